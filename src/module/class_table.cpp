@@ -1,0 +1,45 @@
+#include "module/class_table.h"
+
+#include <algorithm>
+
+#include <kolmfluxor/identifiers.h>
+
+#include "driver/property_set.h"
+
+namespace kolmfluxor {
+namespace {
+
+/// Creation function of a class that is not there yet.
+CUnknown* CreateNothing(IUnknown*, HRESULT* hr) {
+    *hr = E_NOTIMPL;
+    return nullptr;
+}
+
+constexpr CFactoryTemplate kClasses[] = {
+    {.name = L"KolmFluxorPropertySet",
+     .classId = &CLSID_KolmFluxorPropertySet,
+     .create = CKolmFluxorPropertySet::CreateInstance},
+    {.name = L"KolmFluxorPropertyPageColor", .classId = &CLSID_KolmFluxorPage_Color, .create = CreateNothing},
+    {.name = L"KolmFluxorPropertyPageTrigger", .classId = &CLSID_KolmFluxorPage_Trigger, .create = CreateNothing},
+    {.name = L"KolmStillImage", .classId = &CLSID_KolmStillImage, .create = CreateNothing},
+    {.name = L"KolmFluxorPropertyPageInfo", .classId = &CLSID_KolmFluxorPage_Info, .create = CreateNothing},
+    {.name = L"KolmFluxorPropertyPageFormat", .classId = &CLSID_KolmFluxorPage_Format, .create = CreateNothing},
+    {.name = L"KolmFluxorPropertyPageExposure", .classId = &CLSID_KolmFluxorPage_Exposure, .create = CreateNothing},
+    {.name = L"KolmFluxorPropertyPageDirectAccess",
+     .classId = &CLSID_KolmFluxorPage_DirectAccess,
+     .create = CreateNothing},
+    {.name = L"KolmFluxorPropertyPageSmart01", .classId = &CLSID_KolmFluxorPage_Smart01, .create = CreateNothing},
+    {.name = L"KolmFluxorPropertyPageLUT", .classId = &CLSID_KolmFluxorPage_Lut, .create = CreateNothing},
+};
+
+}  // namespace
+
+std::span<const CFactoryTemplate> ClassTable() noexcept {
+    return kClasses;
+}
+
+const CFactoryTemplate& ClassRow(REFCLSID classId) noexcept {
+    return *std::ranges::find_if(kClasses, [&](const auto& row) { return *row.classId == classId; });
+}
+
+}  // namespace kolmfluxor

@@ -1,0 +1,22 @@
+#pragma once
+/// @file  The keys through which the kernel-streaming proxy finds the property-set object and its pages.
+///
+/// Below HKEY_LOCAL_MACHINE\System\CurrentControlSet\Control:
+/// - MediaInterfaces\{SET}: default value = name of the object, "IID" = the 16 bytes of SET
+/// - MediaSets\{SET}\PropertyPages\{page}: default value = name of the page
+///
+/// The names are stored without a terminating NUL: their size is exactly twice their length.
+
+#include <windows.h>
+
+namespace kolmfluxor {
+
+/// Writes the keys, overwriting what is there. A page whose key can't be created is skipped without complaint.
+///
+/// @return  the first failure; `S_OK` else
+[[nodiscard]] HRESULT RegisterMediaInterfaces();
+
+/// Deletes the keys; the page keys' failures are ignored, the first failure of the other three ends it.
+[[nodiscard]] HRESULT UnregisterMediaInterfaces();
+
+}  // namespace kolmfluxor

@@ -1,0 +1,20 @@
+#!/bin/bash
+# Runs a GoogleTest program: run_suite.sh [emulator] program arguments...
+# Fails when the program does, when it ran no test, and when it ended before its last test did (a call of exit in a
+# test, or in the code under test, would otherwise pass for success).
+set -euo pipefail
+
+output=$(mktemp)
+trap 'rm -f "$output"' EXIT
+
+status=0
+"$@" >"$output" 2>&1 || status=$?
+cat "$output"
+if ((status != 0)); then
+    exit "$status"
+fi
+
+if ! grep -Eqa '^\[==========\] [1-9][0-9]* tests? from [0-9]+ test suites? ran\.' "$output"; then
+    echo "run_suite: no test was run to its end"
+    exit 1
+fi

@@ -1,0 +1,54 @@
+#!/bin/bash
+# Installs what building and testing need, and only what is missing (Debian 12 or a later relative of it).
+set -euo pipefail
+
+packages=(
+    # build
+    cmake
+    ninja-build
+    g++
+    g++-mingw-w64-x86-64-posix
+    binutils-mingw-w64-x86-64
+    libcli11-dev
+    nlohmann-json3-dev
+    # run: 64-bit Wine, its dialog fonts, an X server without a screen
+    wine
+    wine64
+    fonts-wine
+    xvfb
+    # test
+    googletest
+    python3
+    python3-pefile
+    clang-format
+)
+
+if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+    echo "setup: this system has no apt; install the like of: ${packages[*]}" >&2
+    exit 1
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+    # shellcheck disable=SC2016  # the format is dpkg-query's
+    state=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+    if [[ $state != installed ]]; then
+        missing+=("$package")
+    fi
+done
+if ((${#missing[@]} == 0)); then
+    exit 0
+fi
+
+echo "setup: installing ${missing[*]}"
+as_root=()
+if ((EUID != 0)); then
+    if ! command -v sudo >/dev/null || ! sudo -v; then
+        echo "setup: neither root nor sudo; ask an administrator for: apt-get install ${missing[*]}" >&2
+        exit 1
+    fi
+    as_root=(sudo)
+fi
+apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -q -y)
+"${apt[@]}" update
+"${apt[@]}" install --no-install-recommends "${missing[@]}"

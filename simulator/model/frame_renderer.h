@@ -1,0 +1,61 @@
+#pragma once
+/// @file  What the simulated camera sees: a test scene, drawn with the camera's current settings.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "model/render_settings.h"
+
+namespace kolmsim {
+
+/// Layout of a picture's bytes.
+enum class PixelFormat : std::uint32_t {
+    mono8,  ///< one byte of luminance for each pixel, top-down, no row padding
+};
+
+/// How many bytes a picture takes.
+[[nodiscard]] std::size_t PictureBytes(PixelFormat format, std::uint32_t width, std::uint32_t height);
+
+/// Draws pictures of the scene, integer arithmetic throughout: the same settings and frame number give the same bytes
+/// everywhere.
+///
+/// The scene: color bars along the top, a slanted gradient with rings in the middle, gray steps along the bottom, and
+/// a bright disc that travels to and fro with the frame number.
+class FrameRenderer {
+public:
+    /// Whether a scene of this size can be drawn: from 16 x 16 to 4096 x 4096 pixels.
+    [[nodiscard]] static bool IsDrawable(std::uint32_t width, std::uint32_t height);
+
+    /// @param width, height  size of the scene in pixels; std::invalid_argument when it is not drawable
+    FrameRenderer(std::uint32_t width, std::uint32_t height);
+
+    [[nodiscard]] std::uint32_t Width() const { return m_width; }
+    [[nodiscard]] std::uint32_t Height() const { return m_height; }
+
+    /// Draws one picture; false, and nothing drawn, when `picture` is not exactly PictureBytes long.
+    [[nodiscard]] bool Render(const RenderSettings& settings, PixelFormat format, std::uint64_t frameNumber,
+                              std::span<std::uint8_t> picture) const;
+
+private:
+    struct Rgb {
+        std::uint8_t r, g, b;
+    };
+    struct Disc {
+        std::int64_t x, y, radius;
+    };
+
+    [[nodiscard]] Rgb ScenePixel(std::uint32_t x, std::uint32_t y) const;
+    [[nodiscard]] Disc DiscAt(std::uint64_t frameNumber) const;
+
+    std::uint32_t m_width;
+    std::uint32_t m_height;
+    std::vector<Rgb> m_scene;  ///< all that stands still, row by row
+};
+
+/// The tone curve of a camera's settings: what becomes of each level of light, 0 to 255.
+[[nodiscard]] std::array<std::uint8_t, 256> ToneCurve(const RenderSettings& settings);
+
+}  // namespace kolmsim

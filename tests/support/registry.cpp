@@ -1,0 +1,109 @@
+#include "support/registry.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstring>
+#include <iomanip>
+#include <ostream>
+
+#include <sddl.h>
+
+namespace kolmfluxor::test {
+namespace {
+
+constexpr wchar_t kPrivateRoot[] = L"Software\\KolmFluxorTests";
+
+struct Redirection {
+    HKEY root;
+    const wchar_t* path;
+};
+const Redirection kRedirections[] = {
+    {HKEY_LOCAL_MACHINE, L"Software\\KolmFluxorTests\\machine"},
+    {HKEY_CLASSES_ROOT, L"Software\\KolmFluxorTests\\classes"},
+};
+
+void SetAccess(HKEY key, const wchar_t* access) {
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    ASSERT_TRUE(::ConvertStringSecurityDescriptorToSecurityDescriptorW(access, SDDL_REVISION_1, &descriptor, nullptr));
+    EXPECT_EQ(::RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, descriptor), ERROR_SUCCESS);
+    ::LocalFree(descriptor);
+}
+
+void Collect(HKEY key, const std::wstring& path, RegistryContent& content) {
+    std::array<wchar_t, 512> name{};
+    const std::size_t before = content.size();
+    for (DWORD i = 0;; ++i) {
+        DWORD nameLength = name.size();
+        DWORD type = 0;
+        DWORD size = 0;
+        if (::RegEnumValueW(key, i, name.data(), &nameLength, nullptr, &type, nullptr, &size) != ERROR_SUCCESS) break;
+        RawValue value{type, std::vector<BYTE>(size)};
+        EXPECT_EQ(::RegQueryValueExW(key, name.data(), nullptr, nullptr, value.bytes.data(), &size), ERROR_SUCCESS);
+        content[path + L":" + name.data()] = value;
+    }
+    for (DWORD i = 0;; ++i) {
+        DWORD nameLength = name.size();
+        if (::RegEnumKeyExW(key, i, name.data(), &nameLength, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
+            break;
+        HKEY subkey = nullptr;
+        EXPECT_EQ(::RegOpenKeyExW(key, name.data(), 0, KEY_READ, &subkey), ERROR_SUCCESS);
+        Collect(subkey, path.empty() ? name.data() : path + L"\\" + name.data(), content);
+        ::RegCloseKey(subkey);
+    }
+    if (content.size() == before && !path.empty()) content[path] = {REG_NONE, {}};
+}
+
+}  // namespace
+
+void PrintTo(const RawValue& value, std::ostream* out) {
+    *out << "type " << value.type << ", " << value.bytes.size() << " bytes:" << std::hex << std::setfill('0');
+    for (const BYTE byte : value.bytes)
+        *out << ' ' << std::setw(2) << unsigned{byte};
+    *out << std::dec;
+}
+
+CPrivateRegistry::CPrivateRegistry() {
+    for (const auto& [root, path] : kRedirections) {
+        HKEY key = nullptr;
+        EXPECT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER, path, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+                  ERROR_SUCCESS);
+        EXPECT_EQ(::RegOverridePredefKey(root, key), ERROR_SUCCESS);
+        ::RegCloseKey(key);
+    }
+}
+
+CPrivateRegistry::~CPrivateRegistry() {
+    for (HKEY key : m_locked) {
+        SetAccess(key, L"D:(A;;KA;;;WD)");
+        ::RegCloseKey(key);
+    }
+    for (const auto& [root, path] : kRedirections)
+        EXPECT_EQ(::RegOverridePredefKey(root, nullptr), ERROR_SUCCESS);
+    EXPECT_EQ(::RegDeleteTreeW(HKEY_CURRENT_USER, kPrivateRoot), ERROR_SUCCESS);
+}
+
+RegistryContent CPrivateRegistry::ContentOf(HKEY root) {
+    RegistryContent content;
+    HKEY opened = nullptr;
+    EXPECT_EQ(::RegOpenKeyExW(root, L"", 0, KEY_READ, &opened), ERROR_SUCCESS);
+    Collect(opened, L"", content);
+    ::RegCloseKey(opened);
+    return content;
+}
+
+void CPrivateRegistry::Lock(HKEY root, const std::wstring& path) {
+    HKEY key = nullptr;
+    ASSERT_EQ(::RegCreateKeyExW(root, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+              ERROR_SUCCESS);
+    SetAccess(key, L"D:(A;;KR;;;WD)");
+    m_locked.push_back(key);
+}
+
+RawValue Text(const std::wstring& text, bool terminated) {
+    RawValue value{REG_SZ, std::vector<BYTE>((text.size() + (terminated ? 1 : 0)) * sizeof(wchar_t))};
+    std::memcpy(value.bytes.data(), text.c_str(), value.bytes.size());
+    return value;
+}
+
+}  // namespace kolmfluxor::test

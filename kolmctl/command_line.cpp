@@ -1,0 +1,101 @@
+#include "command_line.h"
+
+#include <algorithm>
+#include <iostream>
+#include <stdexcept>
+
+namespace kolmctl {
+namespace {
+
+constexpr char kNoVariant[] = "true";  // what a flag without a value reads
+constexpr std::size_t kHelpColumn = 28;
+
+constexpr char kExitCodes[] =
+    "Exit codes:\n"
+    "  0  success\n"
+    "  1  the camera, its driver or the module refused (the HRESULT is shown)\n"
+    "  2  wrong usage; nothing was sent to a camera\n"
+    "  3  no such device, several that match, or one without the property set\n";
+
+std::string Examples() {
+    std::string text = "Examples:\n";
+    for (const CommandRow& row : CommandTable()) {
+        text += std::string("  ") + row.example + "\n";
+    }
+    return text;
+}
+
+/// The message for a value of --simulate that names no variant; empty for one that does.
+std::string CheckVariant(const std::string& value) {
+    const bool known = value == "mono" || value == "color" || value == kNoVariant;
+    return known ? "" : "\"" + value + "\" is neither mono nor color";
+}
+
+}  // namespace
+
+void CommandSet::AddTo(CLI::App& parent, const std::function<bool(const CommandRow&)>& wanted) {
+    for (const CommandRow& row : CommandTable()) {
+        if (!wanted(row)) {
+            continue;
+        }
+        CLI::App* const parser = parent.add_subcommand(row.name, row.summary);
+        parser->footer(std::string("Example:\n  ") + row.example + "\n\nGlobal options: see kolmctl --help");
+        m_entries.push_back({parser, row.make()});
+        m_entries.back().command->Declare(*parser);
+    }
+    parent.require_subcommand(1);
+}
+
+Command& CommandSet::Given() const {
+    const auto given = std::ranges::find_if(m_entries, [](const Entry& entry) { return entry.parser->parsed(); });
+    if (given == m_entries.end()) {
+        throw std::logic_error("CommandSet::Given: no subcommand was parsed");
+    }
+    return *given->command;
+}
+
+CommandLine::CommandLine() : m_parser("Controls IIDC cameras through the KolmFluxor property set.", "kolmctl") {
+    m_parser.get_formatter()->column_width(kHelpColumn);
+    m_parser.fallthrough();  // global options may also follow the subcommand
+    m_parser.allow_windows_style_options(false);
+    m_parser.set_version_flag("--version", "kolmctl " KOLMCTL_VERSION, "Print the version and exit");
+
+    auto* const device = m_parser.add_option("--device", m_options.device,
+                                             "Capture device by name or part of it\n"
+                                             "(default: the first one that offers the property set)");
+    device->option_text("NAME");
+    // A flag that may carry a value, so that "--simulate get" leaves "get" alone. Without a value it reads "true".
+    auto* const simulate =
+        m_parser.add_flag("--simulate", m_options.simulate, "Use the simulated camera, color unless told otherwise");
+    simulate->option_text("[=mono|color]")->excludes(device)->check(CheckVariant);
+    auto* const json = m_parser.add_flag("--json", m_options.json, "Print JSON");
+    json->option_text(" ");
+    auto* const tsv = m_parser.add_flag("--tsv", m_options.tsv, "Print tab-separated values with a heading");
+    tsv->option_text(" ")->excludes(json);
+
+    m_commands.AddTo(m_parser, [](const CommandRow&) { return true; });
+    m_parser.footer(Examples() + "\n" + kExitCodes);
+}
+
+void CommandLine::Parse(std::vector<std::string> arguments) {
+    std::ranges::reverse(arguments);  // as the parser takes them
+    m_parser.parse(std::move(arguments));
+    if (m_options.simulate == kNoVariant) {
+        m_options.simulate = "color";
+    }
+}
+
+bool CommandLine::Explain(const CLI::ParseError& ended) {
+    if (ended.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+        m_parser.exit(ended, std::cout, std::cerr);
+        return false;
+    }
+    // The parser misses a subcommand also where an unknown one was given.
+    const std::vector<std::string> unknown = m_parser.remaining(true);
+    const bool misnamed = dynamic_cast<const CLI::RequiredError*>(&ended) != nullptr && !unknown.empty();
+    const std::string message = misnamed ? "unknown subcommand \"" + unknown.front() + "\"" : ended.what();
+    std::cerr << "kolmctl: " << message << "\n  \"kolmctl --help\" tells the usage\n";
+    return true;
+}
+
+}  // namespace kolmctl

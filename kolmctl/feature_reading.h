@@ -1,0 +1,38 @@
+#pragma once
+/// @file  Reading features through the property set.
+
+#include <string>
+#include <vector>
+
+#include <kolmfluxor/property_set.h>
+
+#include "names.h"
+#include "output.h"
+
+namespace kolmctl {
+
+/// What a camera has for a feature right now.
+struct FeatureReading {
+    const FeatureName* feature;
+    ULONG value;
+    ULONG mode;  ///< number, 10 when none is known
+};
+
+/// The id as the interface takes it.
+[[nodiscard]] inline ULONG IdOf(const FeatureName& feature) {
+    return static_cast<ULONG>(feature.id);
+}
+
+/// Reads value and mode: one request.
+///
+/// @throws CallError when the camera refuses or lacks the feature
+[[nodiscard]] FeatureReading ReadFeature(kolmfluxor::IKolmFluxorPropertySet& camera, const FeatureName& feature);
+
+/// The names of the modes that a feature supports; empty when the camera does not tell.
+[[nodiscard]] std::vector<std::string> SupportedModes(kolmfluxor::IKolmFluxorPropertySet& camera,
+                                                      const FeatureName& feature);
+
+/// Value and mode of features, one a row.
+[[nodiscard]] Table ReadingsTable(const std::vector<FeatureReading>& readings);
+
+}  // namespace kolmctl

@@ -1,0 +1,71 @@
+#pragma once
+/// @file  What commands print: tables, as aligned text for people, as TSV or as JSON for programs.
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+namespace kolmctl {
+
+using Json = nlohmann::ordered_json;
+
+enum class OutputFormat { text, tsv, json };
+
+enum class Align { left, right };
+
+struct Column {
+    const char* key;      ///< name of the value in JSON, heading in TSV
+    const char* heading;  ///< heading for people
+    Align align;
+};
+
+/// Rows of values: texts, numbers, booleans, or arrays of texts.
+class Table {
+public:
+    /// @param name  what the rows are, as in "features"
+    Table(std::string name, std::vector<Column> columns) : m_name(std::move(name)), m_columns(std::move(columns)) {}
+
+    /// @param row  one value a column
+    void Add(std::vector<Json> row);
+
+    [[nodiscard]] const std::string& Name() const { return m_name; }
+    [[nodiscard]] Json AsJson() const;
+    [[nodiscard]] std::string AsText() const;
+    [[nodiscard]] std::string AsTsv() const;
+
+private:
+    std::string m_name;
+    std::vector<Column> m_columns;
+    std::vector<std::vector<Json>> m_rows;
+};
+
+/// The program's standard output.
+class Output {
+public:
+    Output(OutputFormat format, std::ostream& stream) : m_format(format), m_stream(stream) {}
+
+    [[nodiscard]] OutputFormat Format() const { return m_format; }
+
+    /// Prints a table; in JSON it is kept until Finish, so that the output is one document.
+    void Print(const Table& table);
+
+    /// Prints a line or a block for people; ignored in the other formats.
+    void PrintText(const std::string& text);
+
+    /// In JSON: prints an object with one member for each table, even if there is but one.
+    void NameTables() { m_named = true; }
+
+    /// Ends the output: in JSON, prints what was kept. One table is an array of its rows.
+    void Finish();
+
+private:
+    OutputFormat m_format;
+    std::ostream& m_stream;
+    Json m_tables = Json::object();
+    bool m_named = false;
+    bool m_anyTsv = false;
+};
+
+}  // namespace kolmctl

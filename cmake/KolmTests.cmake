@@ -25,6 +25,8 @@ function(kolm_add_tests target)
         set(display xvfb)
     endif()
 
+    # Builds with run-time checks have Wine check the heap too; run_suite.sh looks for what it finds.
+    set(heap_check "$<STREQUAL:${KOLM_SANITIZE},trap>")
     set(suites "${CMAKE_CURRENT_BINARY_DIR}/${target}_suites.cmake")
     set(loader "${CMAKE_CURRENT_BINARY_DIR}/${target}_include.cmake")
     get_target_property(emulator ${target} CROSSCOMPILING_EMULATOR)
@@ -50,6 +52,7 @@ function(kolm_add_tests target)
             -D "TIMEOUT=${arg_TIMEOUT}"
             -D "DISPLAY=${display}"
             -D "BACKTRACE=${backtrace}"
+            -D "HEAP_CHECK=${heap_check}"
             -D "OUTPUT=${suites}"
             -P "${_KOLM_GTEST_DIR}/list_suites.cmake"
         COMMENT "Listing the suites of ${target}"

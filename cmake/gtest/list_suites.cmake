@@ -1,5 +1,5 @@
 # Writes the ctest entries of one GoogleTest program: see KolmTests.cmake. Run with cmake -P after the program's link.
-# Inputs: TARGET PROGRAM EMULATOR RUNNER LABEL TIMEOUT DISPLAY BACKTRACE OUTPUT
+# Inputs: TARGET PROGRAM EMULATOR RUNNER LABEL TIMEOUT DISPLAY BACKTRACE HEAP_CHECK OUTPUT
 
 cmake_minimum_required(VERSION 3.25)
 
@@ -51,6 +51,9 @@ if(NOT EMULATOR STREQUAL "")
     # The emulator ends the program at the limit and clears up; ctest's own limit is for the case that it cannot.
     set(environment "KOLM_WINE_TIMEOUT=${TIMEOUT}" "KOLM_WINE_DISPLAY=${DISPLAY}"
                     "KOLM_WINE_BACKTRACE=${BACKTRACE}")
+    if(HEAP_CHECK)
+        list(APPEND environment "WINEDEBUG=-all,err+heap,warn+heap")
+    endif()
     math(EXPR limit "${TIMEOUT} + 30")
 endif()
 

@@ -1,7 +1,8 @@
 #!/bin/bash
 # Runs a GoogleTest program: run_suite.sh [emulator] program arguments...
 # Fails when the program does, when it ran no test, and when it ended before its last test did (a call of exit in a
-# test, or in the code under test, would otherwise pass for success).
+# test, or in the code under test, would otherwise pass for success). Fails also when Wine found the heap damaged, which
+# it says (where WINEDEBUG asks for it) but does not end the program for.
 set -euo pipefail
 
 output=$(mktemp)
@@ -10,6 +11,10 @@ trap 'rm -f "$output"' EXIT
 status=0
 "$@" >"$output" 2>&1 || status=$?
 cat "$output"
+if grep -Eqa ':err:heap:' "$output"; then
+    echo "run_suite: the heap was damaged"
+    exit 1
+fi
 if ((status != 0)); then
     exit "$status"
 fi

@@ -39,6 +39,7 @@ void CPropertySetObject::Patch(std::uint32_t id, std::uint32_t offset, std::uint
 }
 
 PropertySetTest::~PropertySetTest() {
+    EXPECT_TRUE(::HeapValidate(::GetProcessHeap(), 0, nullptr)) << "the heap was damaged";
     m_object.reset();
     EXPECT_EQ(CModule::Get().CanUnloadNow(), S_OK) << "objects were left behind";
 }

@@ -15,6 +15,9 @@ inline constexpr GUID PROPSETID_KolmFluxor = {
 /// The vendor property set in its role as an interface id.
 inline constexpr const IID& IID_IKolmFluxorPropertySet = PROPSETID_KolmFluxor;
 
+/// The interface's name, as logs and type information show it.
+inline constexpr wchar_t kPropertySetInterfaceName[] = L"IKolmFluxorPropertySet";
+
 /// The vendor property set in its role as a class id: the object that the kernel-streaming proxy aggregates.
 inline constexpr const CLSID& CLSID_KolmFluxorPropertySet = PROPSETID_KolmFluxor;
 

@@ -5,17 +5,17 @@
 /// contract; slots 0 to 2 are those of `IUnknown`, so the first method here is slot 3.
 ///
 /// Rules that hold for every method unless its comment says otherwise:
-/// - The result is an `HRESULT`. Null outputs give `E_POINTER` and values out of range `E_INVALIDARG` before anything
-///   is sent; unknown feature ids and modes give `E_FAIL`; modes that a feature lacks give `E_NOTIMPL`. What the driver
-///   answers is passed through unchanged. Treat any non-zero result, `S_FALSE` too, as a failure.
+/// - The result is an `HRESULT`. Null outputs give `E_POINTER` before anything is sent; values out of range give
+///   `E_INVALIDARG` before anything is set (the range may be read first); unknown feature ids and modes give `E_FAIL`.
+///   What the driver answers is passed through unchanged. Treat any non-zero result, `S_FALSE` too, as a failure.
 /// - Outputs of the generic feature operations are preset (to 0, FALSE or mode 10) before any work; outputs of the
 ///   direct properties are written only on success.
 /// - A `BOOL` output is TRUE or FALSE. A `BOOL` input counts as TRUE when it is not 0; "exactly 1" is said where other
 ///   values count as FALSE.
 /// - Feature ids and mode numbers are those of <kolmfluxor/features.h>. Values are in the camera's own units.
 /// - Texts are single-byte, NUL-terminated, allocated with `CoTaskMemAlloc`, and freed by the caller.
-/// - Requests run synchronously on the caller's thread; any thread may call. C++ exceptions (out of memory, a lock that
-///   could not be made) are not turned into a code.
+/// - Requests run synchronously on the caller's thread; any thread may call. When memory for the object's own
+///   bookkeeping runs out, the C++ exception passes the method.
 
 #include <unknwn.h>
 
@@ -332,7 +332,9 @@ IKolmFluxorPropertySet : public IUnknown {
     virtual HRESULT STDMETHODCALLTYPE GetFeatureValueAndMode(ULONG featureId, ULONG * value, ULONG * mode) = 0;
     /// Slot 104. Sets the value, leaving everything else of the feature as it was just read.
     virtual HRESULT STDMETHODCALLTYPE SetFeatureValue(ULONG featureId, ULONG value) = 0;
-    /// Slot 105. Sets value and mode in one request, without reading first.
+    /// Slot 105. Sets value and mode in one request; only the range is read before, once for each feature.
+    ///
+    /// Whether the feature has the mode is left to the driver.
     virtual HRESULT STDMETHODCALLTYPE SetFeatureValueAndMode(ULONG featureId, ULONG value, ULONG mode) = 0;
     /// Slot 106. Whether the feature can work in a mode; `E_FAIL` for an unknown mode.
     virtual HRESULT STDMETHODCALLTYPE IsFeatureModeSupported(ULONG featureId, ULONG mode, BOOL * supported) = 0;

@@ -8,6 +8,18 @@ namespace {
 
 using enum FeatureId;
 
+/// A feature and the driver property that carries it.
+struct FeatureRow {
+    FeatureId feature;
+    std::uint32_t driverId;
+};
+
+/// A mode and its bit on the wire.
+struct ModeRow {
+    FeatureMode mode;
+    std::uint32_t wireBit;
+};
+
 constexpr FeatureRow kFeatures[] = {
     {.feature = brightness, .driverId = 4},
     {.feature = autoExposure, .driverId = 60},
@@ -51,6 +63,7 @@ constexpr ModeRow kModes[] = {
     {.mode = FeatureMode::error, .wireBit = 0x1000},
 };
 
+static_assert(std::size(kFeatures) == 27 && std::size(kModes) == 10);
 static_assert(std::ranges::adjacent_find(kFeatures, std::greater_equal{}, &FeatureRow::feature) ==
                   std::ranges::end(kFeatures),
               "features ascend, so that none stands twice");
@@ -58,14 +71,6 @@ static_assert(std::ranges::adjacent_find(kModes, std::greater_equal{}, &ModeRow:
               "modes ascend, so that none stands twice");
 
 }  // namespace
-
-std::span<const FeatureRow> FeatureTable() noexcept {
-    return kFeatures;
-}
-
-std::span<const ModeRow> ModeTable() noexcept {
-    return kModes;
-}
 
 std::optional<std::uint32_t> DriverIdOf(std::uint32_t featureId) noexcept {
     const auto row = std::ranges::find(kFeatures, FeatureId{featureId}, &FeatureRow::feature);

@@ -3,36 +3,18 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
 
 #include <kolmfluxor/features.h>
 
 namespace kolmfluxor {
 
-/// A feature and the driver property that carries it.
-struct FeatureRow {
-    FeatureId feature;
-    std::uint32_t driverId;
-};
-
-/// A mode and its bit in the words Mode and ModeCaps of a feature record.
-struct ModeRow {
-    FeatureMode mode;
-    std::uint32_t wireBit;
-};
-
+/// Bits of the words Mode and ModeCaps of a feature record.
 namespace wire {
 inline constexpr std::uint32_t kManual = 0x2;
 inline constexpr std::uint32_t kOff = 0x4;
 inline constexpr std::uint32_t kAuto = 0x8;
 inline constexpr std::uint32_t kOnePush = 0x10;
 }  // namespace wire
-
-/// Every feature, by feature id.
-[[nodiscard]] std::span<const FeatureRow> FeatureTable() noexcept;
-
-/// Every mode that can travel, by mode number.
-[[nodiscard]] std::span<const ModeRow> ModeTable() noexcept;
 
 /// The driver property of a feature; none for any id that is not in the table.
 [[nodiscard]] std::optional<std::uint32_t> DriverIdOf(std::uint32_t featureId) noexcept;

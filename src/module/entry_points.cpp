@@ -1,28 +1,13 @@
 /// @file  The module's entry points: `DllMain` and the four exports of a COM server.
 
-#include <new>
 #include <tuple>
 
+#include "base/boundary.h"
 #include "module/class_registration.h"
 #include "module/class_table.h"
 #include "module/media_registration.h"
 
 using namespace kolmfluxor;
-
-namespace {
-
-/// Runs an entry point's body; no exception leaves the module.
-template <class F> HRESULT AtBoundary(F&& body) noexcept {
-    try {
-        return body();
-    } catch (const std::bad_alloc&) {
-        return E_OUTOFMEMORY;
-    } catch (...) {
-        return E_UNEXPECTED;
-    }
-}
-
-}  // namespace
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID /*reserved*/) {
     switch (reason) {

@@ -41,47 +41,61 @@ std::wstring PagesKey() {
     return MediaSetKey() + L"\\PropertyPages\\";
 }
 
-/// The opened or new key; null when it can't be created.
-UniqueRegistryKey CreateKey(const std::wstring& path) {
-    HKEY key = nullptr;
+// Compatibility: a failed registry call is reported as the thread's last error, not as the call's own result. Registry
+// functions leave the last error alone, so whether a call failed must be told by its own result all the same.
+
+/// Opens or creates a key.
+///
+/// @param key  null after a failure
+/// @return  `S_OK`, or the last error when the call failed
+HRESULT CreateKey(const std::wstring& path, UniqueRegistryKey& key) {
+    HKEY created = nullptr;
     const LSTATUS status = ::RegCreateKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
-                                             KEY_ALL_ACCESS, nullptr, &key, nullptr);
-    return UniqueRegistryKey(status == ERROR_SUCCESS ? key : nullptr);
+                                             KEY_ALL_ACCESS, nullptr, &created, nullptr);
+    if (status != ERROR_SUCCESS) return HResultFromLastError();
+    key.reset(created);
+    return S_OK;
 }
 
-/// Stores a key's default value without its NUL.
-bool SetName(HKEY key, std::wstring_view name) {
+/// Stores a value. @param hr  set to the last error when the call failed, left alone else
+/// @return  whether it was stored
+bool SetValue(HKEY key, const wchar_t* name, DWORD type, const void* bytes, std::size_t size, HRESULT* hr) {
+    const LSTATUS status =
+        ::RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(bytes), static_cast<DWORD>(size));
+    if (status != ERROR_SUCCESS) *hr = HResultFromLastError();
+    return status == ERROR_SUCCESS;
+}
+
+/// Stores a key's default value without its NUL; as `SetValue`.
+bool SetName(HKEY key, std::wstring_view name, HRESULT* hr) {
     // The registry adds a NUL that stands right behind the counted bytes: let another character stand there.
     const std::wstring unterminated = std::wstring(name) + L'#';
-    return ::RegSetValueExW(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(unterminated.data()),
-                            static_cast<DWORD>(name.size() * sizeof(wchar_t))) == ERROR_SUCCESS;
+    return SetValue(key, nullptr, REG_SZ, unterminated.data(), name.size() * sizeof(wchar_t), hr);
 }
 
 HRESULT RegisterPage(const CFactoryTemplate& page) {
-    const UniqueRegistryKey key = CreateKey(PagesKey() + GuidText(*page.classId));
+    UniqueRegistryKey key;
+    std::ignore = CreateKey(PagesKey() + GuidText(*page.classId), key);
     // Compatibility: a page that can't be registered is skipped. The camera stays usable without its page.
     if (key == nullptr) return S_OK;
-    return SetName(key.get(), page.name) ? S_OK : HResultFromLastError();
+    HRESULT hr = S_OK;
+    SetName(key.get(), page.name, &hr);
+    return hr;
 }
 
 HRESULT RegisterMediaInterface() {
-    const UniqueRegistryKey key = CreateKey(MediaInterfaceKey());
-    HRESULT hr = key != nullptr ? S_OK : HResultFromLastError();
-
+    UniqueRegistryKey key;
+    HRESULT hr = CreateKey(MediaInterfaceKey(), key);
     // Compatibility: without the key both writes are tried all the same, on no handle, and fail.
-    bool written = SetName(key.get(), ClassRow(CLSID_KolmFluxorPropertySet).name);
-    if (!written) hr = HResultFromLastError();
-    if (written || key == nullptr) {
-        written = ::RegSetValueExW(key.get(), L"IID", 0, REG_BINARY,
-                                   reinterpret_cast<const BYTE*>(&IID_IKolmFluxorPropertySet),
-                                   sizeof IID_IKolmFluxorPropertySet) == ERROR_SUCCESS;
-        if (!written) hr = HResultFromLastError();
+    const bool named = SetName(key.get(), ClassRow(CLSID_KolmFluxorPropertySet).name, &hr);
+    if (named || key == nullptr) {
+        SetValue(key.get(), L"IID", REG_BINARY, &IID_IKolmFluxorPropertySet, sizeof IID_IKolmFluxorPropertySet, &hr);
     }
     return hr;
 }
 
-HRESULT DeleteKey(const std::wstring& path) {
-    return ::RegDeleteKeyW(HKEY_LOCAL_MACHINE, path.c_str()) == ERROR_SUCCESS ? S_OK : HResultFromLastError();
+bool DeleteKey(const std::wstring& path) {
+    return ::RegDeleteKeyW(HKEY_LOCAL_MACHINE, path.c_str()) == ERROR_SUCCESS;
 }
 
 }  // namespace
@@ -98,7 +112,7 @@ HRESULT UnregisterMediaInterfaces() {
         std::ignore = DeleteKey(PagesKey() + GuidText(*page));
     }
     for (const std::wstring& key : {PagesKey(), MediaSetKey(), MediaInterfaceKey()}) {
-        if (const HRESULT hr = DeleteKey(key); hr != S_OK) return hr;
+        if (!DeleteKey(key)) return HResultFromLastError();
     }
     return S_OK;
 }

@@ -13,10 +13,12 @@ namespace kolmfluxor {
 
 /// Writes the keys, overwriting what is there. A page whose key can't be created is skipped without complaint.
 ///
-/// @return  the first failure; `S_OK` else
+/// @return  the last error of the first step that failed; `S_OK` else
 [[nodiscard]] HRESULT RegisterMediaInterfaces();
 
 /// Deletes the keys; the page keys' failures are ignored, the first failure of the other three ends it.
+///
+/// @return  the last error when it ended early; `S_OK` else
 [[nodiscard]] HRESULT UnregisterMediaInterfaces();
 
 }  // namespace kolmfluxor

@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <thread>
+#include <tuple>
+#include <utility>
+#include <vector>
 
 #include "base/errors.h"
 #include "base/handles.h"
+#include "support/recorded_waits.h"
 #include "support/thrown_text.h"
 
 namespace kolmfluxor {
@@ -90,6 +93,21 @@ TEST(Lockable, a_null_handle_passes_every_test_and_never_locks) {
     EXPECT_FALSE(lock.Lock(0));
     EXPECT_EQ(lock.m_lastWait, WAIT_FAILED);
     EXPECT_NO_THROW(lock.UnLock());
+}
+
+TEST(Lockable, waits_as_long_as_told_and_5000_ms_in_the_end) {
+    using enum test::HandleCall::Kind;
+    HANDLE const mutex = ::CreateMutexA(nullptr, FALSE, nullptr);
+    const test::CRecordedWaits recorded(mutex);
+    {
+        CLockable lock(mutex);
+        EXPECT_TRUE(lock.Lock(1234));
+        lock.UnLock();
+    }
+
+    const std::vector<test::HandleCall> expected = {{wait, 1234}, {release}, {wait, 5000}, {close}};
+    EXPECT_EQ(recorded.Calls(), expected);
+    EXPECT_EQ(CLockable::kUsualWaitMs, 5000u);
 }
 
 TEST(Lockable, closes_its_mutex) {

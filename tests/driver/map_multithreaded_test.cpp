@@ -2,11 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <vector>
 
+#include "support/recorded_waits.h"
 #include "support/thrown_text.h"
 
 namespace kolmfluxor {
@@ -74,6 +77,22 @@ TEST(MapMultithreaded, gives_its_mutex_back_when_an_exception_passes) {
     bool found = false;
     std::thread([&] { found = map.find({1}, &value); }).join();  // would wait for ever if the mutex were kept
     EXPECT_TRUE(found);
+}
+
+TEST(MapMultithreaded, takes_its_mutex_in_each_operation_and_closes_it_in_the_end) {
+    using enum test::HandleCall::Kind;
+    HANDLE const mutex = ::CreateMutexA(nullptr, FALSE, nullptr);
+    const test::CRecordedWaits recorded(mutex);
+    {
+        Map map(mutex);
+        int value = 0;
+        map.insert(1, 7);
+        std::ignore = map.find(1, &value);
+    }
+
+    const std::vector<test::HandleCall> expected = {{wait, INFINITE}, {release},        {wait, INFINITE},
+                                                    {release},        {wait, INFINITE}, {close}};
+    EXPECT_EQ(recorded.Calls(), expected);
 }
 
 TEST(MapMultithreaded, serves_several_threads_at_once) {

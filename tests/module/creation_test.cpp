@@ -101,6 +101,16 @@ TEST_F(Creation, never_closes_the_filters_handle) {
     camera->Close();
 }
 
+TEST_F(Creation, fetches_the_device_handle_once) {
+    CPropertySetObject object(L"color");
+    ULONG value = 0;
+
+    EXPECT_EQ(object->GetFeatureValue(256, &value), S_OK);
+    EXPECT_EQ(object->GetFeatureValue(257, &value), S_OK);
+
+    EXPECT_EQ(object.Filter().HandleCalls(), 1);
+}
+
 TEST_F(Creation, several_objects_live_side_by_side) {
     CPropertySetObject first(L"color");
     CPropertySetObject second(L"mono");

@@ -112,6 +112,7 @@ TEST_F(EntryPoints, server_locks_and_class_objects_keep_the_module_loaded) {
 TEST_F(EntryPoints, the_property_set_is_one_guid_in_three_roles) {
     EXPECT_EQ(IID_IKolmFluxorPropertySet, PROPSETID_KolmFluxor);
     EXPECT_EQ(CLSID_KolmFluxorPropertySet, PROPSETID_KolmFluxor);
+    EXPECT_STREQ(kPropertySetInterfaceName, L"IKolmFluxorPropertySet");
 }
 
 TEST_F(EntryPoints, all_class_ids_differ) {

@@ -1,5 +1,7 @@
 /// @file  The generic feature operations, request by request.
 
+#include <tuple>
+
 #include <kolmfluxor/features.h>
 
 #include "support/property_set_test.h"
@@ -246,6 +248,29 @@ TEST_F(FeatureOperations, SetFeatureMode_auto_carries_AutoOn_and_no_OnePushOn) {
     EXPECT_EQ(sent[1].Word(kOnePushOn), 0u);
 }
 
+TEST_F(FeatureOperations, SetFeatureMode_asks_the_capabilities_first_seen) {
+    ULONG value = 0;
+    ASSERT_TRUE(Camera().SetFeatureWord(kGainId, kModeCaps, 0x2));
+    ASSERT_EQ(Object()->GetFeatureValue(kGain, &value), S_OK);
+    ASSERT_TRUE(Camera().SetFeatureWord(kGainId, kModeCaps, 0x1E));
+    EXPECT_EQ(Object()->SetFeatureMode(kGain, kAuto), E_NOTIMPL) << "a capability that came later does not count";
+
+    Renew(L"color");
+    ASSERT_EQ(Object()->GetFeatureValue(kGain, &value), S_OK);
+    ASSERT_TRUE(Camera().SetFeatureWord(kGainId, kModeCaps, 0x2));
+    Object().Forget();
+    std::ignore = Object()->SetFeatureMode(kGain, kAuto);
+    EXPECT_EQ(Object().Sent().size(), 2u) << "one that went away still counts: the SET is sent";
+}
+
+TEST_F(FeatureOperations, SetFeatureValueAndMode_leaves_the_capabilities_to_the_driver) {
+    ASSERT_TRUE(Camera().SetFeatureWord(kGainId, kModeCaps, 0));
+    Camera().AddFault({.nth = 1, .id = kGainId, .flags = 2, .action = kolmsim::SimFaultAction::fail, .code = E_ABORT});
+
+    EXPECT_EQ(Object()->SetFeatureValueAndMode(kGain, 77, kAuto), E_ABORT) << "the driver's own answer";
+    EXPECT_EQ(Object().Sent(), (Wire{Get(kGainId), Set(kGainId).With(kValue, 77).With(kMode, 0x8)}));
+}
+
 TEST_F(FeatureOperations, mode_support_is_that_of_the_first_record_seen) {
     ULONG value = 0;
     ASSERT_EQ(Object()->GetFeatureValue(kGain, &value), S_OK);
@@ -299,6 +324,18 @@ TEST_F(FeatureOperations, the_range_stays_the_first_one_seen) {
     EXPECT_EQ(Object()->GetFeatureRange(kGain, &min, &max), S_OK);
     EXPECT_EQ(min, firstMin);
     EXPECT_EQ(max, firstMax);
+}
+
+TEST_F(FeatureOperations, values_are_checked_against_the_first_range_seen) {
+    const ULONG max = WordOf(kGainId, kMax);
+    ULONG seen = 0;
+    ASSERT_EQ(Object()->GetFeatureMax(kGain, &seen), S_OK);
+    ASSERT_TRUE(Camera().SetFeatureWord(kGainId, kMax, max + 10));
+    Object().Forget();
+
+    EXPECT_EQ(Object()->SetFeatureValue(kGain, max + 1), E_INVALIDARG);
+    EXPECT_EQ(Object()->SetFeatureValueAndMode(kGain, max + 1, kManual), E_INVALIDARG);
+    EXPECT_EQ(Object().Sent(), Wire{Get(kGainId)}) << "no SET";
 }
 
 TEST_F(FeatureOperations, a_new_object_sees_new_ranges) {

@@ -191,6 +191,38 @@ TEST_F(Registration, a_class_key_that_cannot_be_created_ends_it_and_leaves_what_
     EXPECT_TRUE(Machine().empty()) << "media registration must not have begun";
 }
 
+TEST_F(Registration, classes_are_written_in_the_order_of_the_table) {
+    for (std::size_t refused = 0; refused < std::size(kClasses); ++refused) {
+        const std::wstring refusedKey = std::wstring(L"CLSID\\") + kClasses[refused].classId;
+        ASSERT_EQ(m_module.UnregisterServer(), S_OK);
+        m_registry.Lock(HKEY_CLASSES_ROOT, refusedKey);
+
+        EXPECT_EQ(m_module.RegisterServer(), E_ACCESSDENIED);
+
+        RegistryContent expected = ExpectedClasses(refused);
+        expected[refusedKey] = {REG_NONE, {}};
+        EXPECT_EQ(Classes(), expected) << "row " << refused;
+        m_registry.Unlock();
+    }
+}
+
+TEST_F(Registration, works_on_a_thread_without_com_and_leaves_it_so) {
+    HRESULT registered = E_FAIL;
+    HRESULT unregistered = E_FAIL;
+    HRESULT apartment = S_OK;
+    std::thread([&] {
+        registered = m_module.RegisterServer();
+        unregistered = m_module.UnregisterServer();
+        APTTYPE type{};
+        APTTYPEQUALIFIER qualifier{};
+        apartment = ::CoGetApartmentType(&type, &qualifier);
+    }).join();
+
+    EXPECT_EQ(registered, S_OK);
+    EXPECT_EQ(unregistered, S_OK);
+    EXPECT_EQ(apartment, CO_E_NOTINITIALIZED);
+}
+
 TEST_F(Registration, unregistration_ends_although_a_class_key_cannot_be_deleted) {
     EXPECT_EQ(m_module.RegisterServer(), S_OK);
     const std::wstring refused = std::wstring(L"CLSID\\") + kClasses[4].classId + L"\\InprocServer32";
@@ -198,8 +230,11 @@ TEST_F(Registration, unregistration_ends_although_a_class_key_cannot_be_deleted)
 
     EXPECT_EQ(m_module.UnregisterServer(), S_OK);
 
+    EXPECT_FALSE(Classes().empty()) << "the refused key is still there";
     for (const auto& [path, value] : Classes())
-        EXPECT_TRUE(path.find(kClasses[4].classId) != std::wstring::npos);
+        EXPECT_NE(path.find(kClasses[4].classId), std::wstring::npos);
+    for (const auto& [path, value] : Machine())
+        EXPECT_EQ(path.find(kSet), std::wstring::npos);
 }
 
 TEST_F(Registration, without_the_filter_mapper_classes_are_written_and_media_keys_are_not) {

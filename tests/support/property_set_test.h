@@ -23,6 +23,9 @@ class CCameraFilter : public COuterObject {
 public:
     explicit CCameraFilter(HANDLE device) : m_ksObject(*this, device) {}
 
+    /// How often the device handle was asked for.
+    [[nodiscard]] int HandleCalls() const { return m_ksObject.calls; }
+
 protected:
     HRESULT QueryOwn(REFIID riid, void** out) override {
         *out = nullptr;
@@ -41,7 +44,12 @@ private:
         }
         ULONG STDMETHODCALLTYPE AddRef() override { return m_filter.Unknown()->AddRef(); }
         ULONG STDMETHODCALLTYPE Release() override { return m_filter.Unknown()->Release(); }
-        HANDLE STDMETHODCALLTYPE KsGetObjectHandle() override { return m_device; }
+        HANDLE STDMETHODCALLTYPE KsGetObjectHandle() override {
+            ++calls;
+            return m_device;
+        }
+
+        int calls = 0;
 
     private:
         CCameraFilter& m_filter;

@@ -74,13 +74,18 @@ CPrivateRegistry::CPrivateRegistry() {
 }
 
 CPrivateRegistry::~CPrivateRegistry() {
+    Unlock();
+    for (const auto& [root, path] : kRedirections)
+        EXPECT_EQ(::RegOverridePredefKey(root, nullptr), ERROR_SUCCESS);
+    EXPECT_EQ(::RegDeleteTreeW(HKEY_CURRENT_USER, kPrivateRoot), ERROR_SUCCESS);
+}
+
+void CPrivateRegistry::Unlock() {
     for (HKEY key : m_locked) {
         SetAccess(key, L"D:(A;;KA;;;WD)");
         ::RegCloseKey(key);
     }
-    for (const auto& [root, path] : kRedirections)
-        EXPECT_EQ(::RegOverridePredefKey(root, nullptr), ERROR_SUCCESS);
-    EXPECT_EQ(::RegDeleteTreeW(HKEY_CURRENT_USER, kPrivateRoot), ERROR_SUCCESS);
+    m_locked.clear();
 }
 
 RegistryContent CPrivateRegistry::ContentOf(HKEY root) {

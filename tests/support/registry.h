@@ -35,6 +35,8 @@ public:
 
     /// Creates a key that can be read but neither written nor deleted.
     void Lock(HKEY root, const std::wstring& path);
+    /// Gives every locked key back to everybody.
+    void Unlock();
 
 private:
     std::vector<HKEY> m_locked;

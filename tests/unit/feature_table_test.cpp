@@ -20,7 +20,6 @@ const std::map<std::uint32_t, std::uint32_t> kWireBits = {
 };
 
 TEST(FeatureTable, maps_exactly_the_known_features) {
-    EXPECT_EQ(FeatureTable().size(), 27u);
     for (std::uint32_t id = 0; id < 2000; ++id) {
         const auto expected = kDriverIds.find(id);
         const auto driverId = DriverIdOf(id);
@@ -31,7 +30,6 @@ TEST(FeatureTable, maps_exactly_the_known_features) {
 }
 
 TEST(FeatureTable, maps_exactly_the_known_modes) {
-    EXPECT_EQ(ModeTable().size(), 10u);
     for (std::uint32_t mode = 0; mode < 50; ++mode) {
         const auto expected = kWireBits.find(mode);
         const auto bit = WireBitOf(mode);

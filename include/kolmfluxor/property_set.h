@@ -14,7 +14,8 @@
 ///   values count as FALSE.
 /// - Feature ids and mode numbers are those of <kolmfluxor/features.h>. Values are in the camera's own units.
 /// - Texts are single-byte, NUL-terminated, allocated with `CoTaskMemAlloc`, and freed by the caller.
-/// - Requests run synchronously on the caller's thread; any thread may call. When memory for the object's own
+/// - Requests run synchronously on the caller's thread; any thread may call; methods that
+///   take several requests are not atomic together. When memory for the object's own
 ///   bookkeeping runs out, the C++ exception passes the method.
 
 #include <unknwn.h>
@@ -32,7 +33,7 @@ IKolmFluxorPropertySet : public IUnknown {
     /// Slot 4. Mode Manual when `on` is exactly 1, else Off. `E_NOTIMPL` when the camera lacks that mode.
     virtual HRESULT STDMETHODCALLTYPE SetGammaOnOff(BOOL on) = 0;
 
-    // ---- Standard feature families ---------------------------------------------------------------------------------
+    // ---- Standard feature families -------------------------------------------------------------------------------
     // Get:   value and current mode; autoOn and onePush tell the mode, both FALSE in any other one and after a failure.
     // Set:   mode Auto, OnePush or Manual, with a value inside the range even where the camera chooses it itself;
     //        autoOn and onePush together give E_INVALIDARG.
@@ -101,18 +102,21 @@ IKolmFluxorPropertySet : public IUnknown {
     /// Slot 28. Three texts and a number that identify camera and driver.
     ///
     /// Each text is a block of its own, even when empty. A text is at most 256 characters.
+    /// @return  also `E_OUTOFMEMORY`; nothing is handed out then
     virtual HRESULT STDMETHODCALLTYPE GetCameraInfo(char** text1, char** text2, char** text3, ULONG* number) = 0;
     /// Slot 29. `GetCameraInfo`, and two versions as "ab.cd" texts of exactly 6 bytes.
     ///
     /// The first four outputs are filled when the first request succeeded, even if the second one fails; then its code
-    /// is returned and the versions are left alone. Otherwise the first request's code is returned.
+    /// is returned and the versions are left alone. Otherwise the first request's code is returned. So is
+    /// `E_OUTOFMEMORY` for the versions: with the texts handed out.
     virtual HRESULT STDMETHODCALLTYPE GetCameraInfoEx(char** text1, char** text2, char** text3, ULONG* number,
                                                       char** version1, char** version2) = 0;
     /// Slot 30. Always `E_NOTIMPL`.
     virtual HRESULT STDMETHODCALLTYPE Reserved30() = 0;
     /// Slot 31. Words of driver property 10: six, the same six again, and one more.
     ///
-    /// @return  always `E_NOTIMPL`, with the outputs written all the same when the request succeeded: callers must not
+    /// @return  `E_POINTER` for a null output, else always `E_NOTIMPL`, with the outputs written all the same when the
+    /// request succeeded: callers must not
     ///          take the result for an error report
     virtual HRESULT STDMETHODCALLTYPE GetProperty10Block(
         ULONG * out1, ULONG * out2, ULONG * out3, ULONG * out4, ULONG * out5, ULONG * out6, ULONG * out7, ULONG * out8,
@@ -129,12 +133,13 @@ IKolmFluxorPropertySet : public IUnknown {
     ///
     /// With `mode` 1 the bytes of each element are swapped on the way: `elementBits` 16 or 32; 8 (and any other number)
     /// copies the words as they are. Other modes never convert.
-    /// @return  `E_POINTER` for null data, `E_INVALIDARG` when the size in bytes does not fit 32 bits
+    /// @return  `E_POINTER` for null data, `E_INVALIDARG` when the record (36 bytes and the data) does not fit 32 bits,
+    ///          `E_OUTOFMEMORY`
     virtual HRESULT STDMETHODCALLTYPE WriteBlock(ULONG address, const void* data, ULONG quadlets, ULONG elementBits,
                                                  ULONG mode) = 0;
     /// Slot 35. Reads `quadlets` x 4 bytes from consecutive addresses into `data`, never converting.
     ///
-    /// `data` is left alone when the request fails.
+    /// `data` is left alone when the request fails. The other codes are those of `WriteBlock`.
     /// @param mode  1 selects transfer control 18, anything else 17
     /// @param flag  exactly 1 adds 0x10000 to the transfer control
     virtual HRESULT STDMETHODCALLTYPE ReadBlock(ULONG address, void* data, ULONG quadlets, ULONG elementBits,

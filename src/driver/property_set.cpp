@@ -53,7 +53,11 @@ CUnknown* CKolmFluxorPropertySet::CreateInstance(IUnknown* outer, HRESULT* hr) {
 }
 
 CKolmFluxorPropertySet::CKolmFluxorPropertySet(IUnknown* outer, HRESULT* hr)
-    : Implements(outer), m_transport(DeviceOf(outer, hr)), m_features(m_transport) {}
+    : Implements(outer),
+      m_transport(DeviceOf(outer, hr)),
+      m_features(m_transport),
+      m_properties(m_transport),
+      m_registers(m_transport) {}
 
 HRESULT CKolmFluxorPropertySet::GetPages(CAUUID* pages) {
     if (pages == nullptr) return E_POINTER;
@@ -68,50 +72,6 @@ HRESULT CKolmFluxorPropertySet::GetPages(CAUUID* pages) {
     std::transform(kPages, kPages + count, list, [](const CLSID* page) { return *page; });
     *pages = {.cElems = count, .pElems = list};
     return S_OK;
-}
-
-HRESULT CKolmFluxorPropertySet::IsFeaturePresent(ULONG featureId, BOOL* present) {
-    return m_features.IsFeaturePresent(featureId, present);
-}
-
-HRESULT CKolmFluxorPropertySet::GetFeatureMin(ULONG featureId, ULONG* min) {
-    return m_features.GetFeatureMin(featureId, min);
-}
-
-HRESULT CKolmFluxorPropertySet::GetFeatureMax(ULONG featureId, ULONG* max) {
-    return m_features.GetFeatureMax(featureId, max);
-}
-
-HRESULT CKolmFluxorPropertySet::GetFeatureRange(ULONG featureId, ULONG* min, ULONG* max) {
-    return m_features.GetFeatureRange(featureId, min, max);
-}
-
-HRESULT CKolmFluxorPropertySet::GetFeatureValue(ULONG featureId, ULONG* value) {
-    return m_features.GetFeatureValue(featureId, value);
-}
-
-HRESULT CKolmFluxorPropertySet::GetFeatureValueAndMode(ULONG featureId, ULONG* value, ULONG* mode) {
-    return m_features.GetFeatureValueAndMode(featureId, value, mode);
-}
-
-HRESULT CKolmFluxorPropertySet::SetFeatureValue(ULONG featureId, ULONG value) {
-    return m_features.SetFeatureValue(featureId, value);
-}
-
-HRESULT CKolmFluxorPropertySet::SetFeatureValueAndMode(ULONG featureId, ULONG value, ULONG mode) {
-    return m_features.SetFeatureValueAndMode(featureId, value, mode);
-}
-
-HRESULT CKolmFluxorPropertySet::IsFeatureModeSupported(ULONG featureId, ULONG mode, BOOL* supported) {
-    return m_features.IsFeatureModeSupported(featureId, mode, supported);
-}
-
-HRESULT CKolmFluxorPropertySet::SetFeatureMode(ULONG featureId, ULONG mode) {
-    return m_features.SetFeatureMode(featureId, mode);
-}
-
-HRESULT CKolmFluxorPropertySet::GetFeatureMode(ULONG featureId, ULONG* mode) {
-    return m_features.GetFeatureMode(featureId, mode);
 }
 
 }  // namespace kolmfluxor

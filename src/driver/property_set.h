@@ -6,8 +6,10 @@
 #include <kolmfluxor/property_set.h>
 
 #include "base/unknown.h"
+#include "driver/direct_property.h"
 #include "driver/feature_access.h"
 #include "driver/property_transport.h"
+#include "driver/register_access.h"
 
 namespace kolmfluxor {
 
@@ -166,6 +168,8 @@ private:
 
     CPropertyTransport m_transport;
     CFeatureAccess m_features;
+    CDirectProperties m_properties;
+    CRegisterAccess m_registers;
 };
 
 }  // namespace kolmfluxor

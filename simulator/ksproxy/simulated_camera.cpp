@@ -10,11 +10,24 @@
 namespace kolmsim {
 namespace {
 
-constexpr std::uint32_t kFourCcY800 = 0x30303859;
+/// How a picture's layout is named in a bitmap header.
+struct Layout {
+    std::uint32_t compression;
+    std::uint32_t bitsPerPixel;
+    PixelFormat format;
+};
+
+constexpr Layout kLayouts[] = {
+    {.compression = 0x30303859, .bitsPerPixel = 8, .format = PixelFormat::mono8},  // Y800
+    {.compression = 0x59565955, .bitsPerPixel = 16, .format = PixelFormat::uyvy},  // UYVY
+    {.compression = BI_RGB, .bitsPerPixel = 24, .format = PixelFormat::bgr24},
+};
 
 std::optional<PixelFormat> FormatOf(const SimFrame& frame) {
-    if (frame.compression == kFourCcY800 && frame.bitsPerPixel == 8) {
-        return PixelFormat::mono8;
+    for (const Layout& layout : kLayouts) {
+        if (layout.compression == frame.compression && layout.bitsPerPixel == frame.bitsPerPixel) {
+            return layout.format;
+        }
     }
     return std::nullopt;
 }
@@ -191,12 +204,9 @@ bool SimulatedCamera::PokeRegister(std::uint32_t address, std::uint32_t word) {
 
 std::size_t SimulatedCamera::ReadLutMemory(std::uint32_t lut, std::uint8_t* bytes, std::size_t count) {
     const StateStorage::Access access(*m_storage);
-    const auto& luts = access.State().lutMemory;
-    if (lut >= luts.size()) {
-        return 0;
-    }
-    std::copy_n(luts[lut].begin(), std::min(count, luts[lut].size()), bytes);
-    return luts[lut].size();
+    const std::span<const std::uint8_t> memory = Camera(access.State()).Lut(lut);
+    std::copy_n(memory.begin(), std::min(count, memory.size()), bytes);
+    return memory.size();
 }
 
 void SimulatedCamera::SetWriteHook(SimWriteHook hook, void* context) {
@@ -213,7 +223,7 @@ void SimulatedCamera::Reset() {
 bool SimulatedCamera::RenderFrame(const SimFrame& frame) {
     const auto format = FormatOf(frame);
     if (!format || frame.data == nullptr || !FrameRenderer::IsDrawable(frame.width, frame.height) ||
-        frame.sizeBytes != PictureBytes(*format, frame.width, frame.height)) {
+        frame.sizeBytes == 0 || frame.sizeBytes != PictureBytes(*format, frame.width, frame.height)) {
         return false;
     }
     std::shared_ptr<const FrameRenderer> renderer;
@@ -231,7 +241,9 @@ bool SimulatedCamera::RenderFrame(const SimFrame& frame) {
     }
     const RenderSettings settings = [this] {
         const StateStorage::Access access(*m_storage);
-        return Camera(access.State()).PictureSettings();
+        Camera camera(access.State());
+        camera.CountPicture();
+        return camera.PictureSettings();
     }();
     return renderer->Render(settings, *format, frame.number, std::span(frame.data, frame.sizeBytes));
 }

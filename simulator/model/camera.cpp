@@ -3,9 +3,13 @@
 #include <algorithm>
 
 #include "model/feature_behavior.h"
+#include "model/feature_coupling.h"
+#include "model/picture_settings.h"
 #include "model/property_table.h"
 #include "model/record.h"
+#include "model/register_map.h"
 #include "model/register_memory.h"
+#include "model/register_table.h"
 
 namespace kolmsim {
 namespace {
@@ -41,7 +45,12 @@ ContractCheck Camera::Check(std::span<const std::uint8_t> record) const {
     if (record.size() < property->recordBytes) {
         return {Status::insufficientBuffer, "record too short for the property"};
     }
-    if (record.size() > property->recordBytes) {
+    const std::size_t dataBytes = property->dataBytesOffset != 0 ? ReadWord(record, property->dataBytesOffset) : 0;
+    const std::size_t bytesBehind = record.size() - property->recordBytes;
+    if (bytesBehind < dataBytes) {
+        return {Status::insufficientBuffer, "record too short for the data that it announces"};
+    }
+    if (bytesBehind > dataBytes) {
         return {Status::invalidParameter, "record too long for the property"};
     }
     return {};
@@ -72,6 +81,9 @@ bool Camera::SetPropertyWord(std::uint32_t id, std::size_t offset, std::uint32_t
     } else {
         property.At(offset) = word;
     }
+    if (offset == kOffsetValue) {
+        CoupleValue(m_state, id);
+    }
     return true;
 }
 
@@ -84,33 +96,24 @@ bool Camera::SetPropertyPresent(std::uint32_t id, bool present) {
 }
 
 std::optional<std::uint32_t> Camera::Register(std::uint32_t address) const {
-    const std::uint32_t* word = FindRegister(m_state, address);
-    return word != nullptr ? std::optional(*word) : std::nullopt;
+    return ReadRegister(m_state, address);
 }
 
 bool Camera::SetRegister(std::uint32_t address, std::uint32_t word) {
-    std::uint32_t* target = FindRegister(m_state, address);
-    if (target == nullptr) {
-        return false;
-    }
-    *target = word;
-    return true;
+    return ForceRegister(m_state, address, word);
+}
+
+std::span<const std::uint8_t> Camera::Lut(std::uint32_t number) const {
+    return number < m_state.lutMemory.size() ? std::span<const std::uint8_t>(m_state.lutMemory[number])
+                                             : std::span<const std::uint8_t>();
+}
+
+void Camera::CountPicture() {
+    ++StoredWord(m_state, kFrameCounter);
 }
 
 RenderSettings Camera::PictureSettings() const {
-    constexpr std::uint32_t kGain = 0;
-    constexpr std::uint32_t kBrightness = 4;
-    constexpr std::uint32_t kShutter = 5;
-    constexpr std::uint32_t kTimeBase = 6;
-    constexpr std::uint32_t kGamma = 8;
-    const auto value = [this](std::uint32_t id) { return m_state.properties[id].At(kOffsetValue); };
-
-    return {
-        .brightness = value(kBrightness),
-        .gain = value(kGain),
-        .exposureUs = std::uint64_t{value(kShutter)} * TimeBaseUs(value(kTimeBase)),
-        .gammaOn = m_state.properties[kGamma].At(kOffsetMode) == kModeManual,
-    };
+    return SettingsOf(m_state);
 }
 
 }  // namespace kolmsim

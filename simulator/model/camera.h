@@ -49,8 +49,18 @@ public:
     /// The camera has a property no longer, or again; features only.
     [[nodiscard]] bool SetPropertyPresent(std::uint32_t id, bool present);
 
+    /// What a register shows; looking this way lets no time pass.
     [[nodiscard]] std::optional<std::uint32_t> Register(std::uint32_t address) const;
+
+    /// The camera changes a register by itself: as a write where a write acts; one that can only be read shows the
+    /// word from now on.
     [[nodiscard]] bool SetRegister(std::uint32_t address, std::uint32_t word);
+
+    /// The memory of one lookup table, values in 16 bits with the high byte first; empty where there is no such table.
+    [[nodiscard]] std::span<const std::uint8_t> Lut(std::uint32_t number) const;
+
+    /// One more picture has been taken.
+    void CountPicture();
 
     /// All settings that show in the picture.
     [[nodiscard]] RenderSettings PictureSettings() const;

@@ -2,6 +2,12 @@
 
 #include <cstring>
 
+#include "model/format7.h"
+#include "model/linked_register.h"
+#include "model/register_table.h"
+#include "model/test_image.h"
+#include "model/trigger.h"
+
 namespace kolmsim {
 namespace {
 
@@ -40,6 +46,14 @@ void ResetState(CameraState& state, Variant variant) {
     for (const FeatureRow& row : FeatureTable()) {
         ResetFeature(state.properties[row.id], row, variant);
     }
+    for (const FeatureRow& row : FeatureLikeTable()) {
+        ResetFeature(state.properties[row.id], row, variant);
+    }
+    ResetTestImage(state);
+    ResetTrigger(state);
+    ResetRegisters(state);
+    ResetColorMatrix(state);
+    ResetFormat7(state);
     ResetLuts(state);
 
     // Last, so that a block that was left half way is not taken for a camera.

@@ -34,6 +34,41 @@ struct PropertyState {
     [[nodiscard]] std::uint32_t At(std::size_t recordOffset) const { return words[(recordOffset - kHeaderBytes) / 4]; }
 };
 
+/// The word behind one register.
+struct RegisterCell {
+    std::uint32_t word;    ///< what is stored; registers that show something else leave it unused
+    std::uint32_t forced;  ///< 1 when `word` is shown in place of what the register would show by itself
+};
+
+/// How many registers the memory has room for.
+inline constexpr std::size_t kRegisterCells = 512;
+
+/// How many scalable video modes (IIDC Format 7) the camera has.
+inline constexpr std::size_t kFormat7Modes = 3;
+
+/// What can be set of one scalable video mode.
+struct Format7State {
+    std::uint32_t left;
+    std::uint32_t top;
+    std::uint32_t width;
+    std::uint32_t height;
+    std::uint32_t colorCoding;  ///< an IIDC color coding id
+    std::uint32_t bytesPerPacket;
+    std::uint32_t refused;  ///< 1 after a register write that the mode does not allow
+};
+
+/// Which memory the camera has open behind its GP buffer.
+enum class OpenMemory : std::uint32_t { none = 0, lut = 1, shading = 2 };
+
+/// The window through which blocks reach the larger memories.
+struct WindowState {
+    std::uint32_t memory;       ///< an OpenMemory that may be written
+    std::uint32_t lutNumber;    ///< as last written
+    std::uint32_t lutOffset;    ///< bytes; where the next write goes
+    std::uint32_t shadingRead;  ///< 1 when reads of the GP buffer give shading data
+    std::uint32_t shadingOffset;
+};
+
 /// All memory of one camera.
 ///
 /// Trivially copyable and without pointers, so that it can be mapped from a file and shared between processes; whoever
@@ -46,10 +81,12 @@ struct CameraState {
 
     std::array<PropertyState, kPropertyIds> properties;  ///< by driver id
 
-    std::array<std::uint32_t, 0x1000 / 4> iidcRegisters;     ///< from 0xF0F00000
-    std::array<std::uint32_t, 0x8000 / 4> format7Registers;  ///< from 0xF0F08000, 0x1000 bytes for each mode
-    std::array<std::uint32_t, 0x1000 / 4> vendorRegisters;   ///< from 0xF1000000
+    std::array<RegisterCell, kRegisterCells> registers;  ///< in the order of the register table
 
+    std::array<Format7State, kFormat7Modes> format7;
+    std::uint32_t selectedFormat7Mode;  ///< the driver's own choice; the camera's is in its registers
+
+    WindowState window;
     std::array<std::uint8_t, kGpBufferBytes> gpBuffer;                     ///< from 0xF1001000
     std::array<std::array<std::uint8_t, kLutBytes>, kLutCount> lutMemory;  ///< 16-bit values, big-endian
     std::array<std::uint8_t, kShadingBytes> shadingMemory;                 ///< one byte per pixel
@@ -61,7 +98,7 @@ static_assert(std::is_standard_layout_v<CameraState>);
 inline constexpr std::uint32_t kStateMagic = 0x4D53464B;  // "KFSM"
 
 /// Changes whenever the layout of CameraState or the meaning of a part of it does.
-inline constexpr std::uint32_t kStateVersion = 1;
+inline constexpr std::uint32_t kStateVersion = 2;
 
 /// Puts a camera into the state in which it leaves the factory, whatever was there before.
 void ResetState(CameraState& state, Variant variant);

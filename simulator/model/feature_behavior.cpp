@@ -2,6 +2,9 @@
 
 #include <bit>
 
+#include "model/correction.h"
+#include "model/feature_coupling.h"
+
 namespace kolmsim {
 namespace {
 
@@ -24,33 +27,7 @@ void MoveValue(PropertyState& property, std::uint32_t step) {
     value = property.descends != 0 ? value - distance : value + distance;
 }
 
-Status SetFeature(PropertyState& property, const FeatureRow& row, Record record) {
-    const std::uint32_t value = record.Word(kOffsetValue);
-    const std::uint32_t mode = record.Word(kOffsetMode);
-    const std::uint32_t lowest = row.minIsNoLimit ? 0 : property.At(kOffsetMin);
-
-    if (value < lowest || value > property.At(kOffsetMax)) {
-        return Status::invalidParameter;
-    }
-    if (mode != 0 && (!std::has_single_bit(mode) || (mode & property.At(kOffsetModeCaps)) == 0)) {
-        return Status::invalidParameter;
-    }
-    property.At(kOffsetValue) = value;
-    if (mode != 0) {
-        EnterMode(property, mode);
-    }
-    return Status::ok;
-}
-
-}  // namespace
-
-void EnterMode(PropertyState& property, std::uint32_t mode) {
-    property.At(kOffsetMode) = mode;
-    property.At(kOffsetAutoOn) = mode == kModeAuto ? 1 : 0;
-    property.At(kOffsetOnePushOn) = mode == kModeOnePush ? 1 : 0;
-    property.onePushLooks = mode == kModeOnePush ? kOnePushLooks : 0;
-}
-
+/// Lets the value move as far as it does between two looks.
 void PassTime(PropertyState& property, const FeatureRow& row) {
     const std::uint32_t mode = property.At(kOffsetMode);
     if (mode == kModeOnePush && property.onePushLooks == 0) {
@@ -63,22 +40,78 @@ void PassTime(PropertyState& property, const FeatureRow& row) {
     }
 }
 
-Status AnswerFeature(CameraState& state, Record record) {
-    const FeatureRow* row = FindFeature(record.Id());
-    if (row == nullptr) {
-        return Status::propertyNotFound;
+}  // namespace
+
+void EnterMode(PropertyState& property, std::uint32_t mode) {
+    property.At(kOffsetMode) = mode;
+    property.At(kOffsetAutoOn) = mode == kModeAuto ? 1 : 0;
+    property.At(kOffsetOnePushOn) = mode == kModeOnePush ? 1 : 0;
+    property.onePushLooks = mode == kModeOnePush ? kOnePushLooks : 0;
+}
+
+Status SetFeature(CameraState& state, const FeatureRow& row, std::uint32_t value, std::uint32_t mode) {
+    PropertyState& property = state.properties[row.id];
+    if (value < row.Lowest(property.At(kOffsetMin)) || value > property.At(kOffsetMax)) {
+        return Status::invalidParameter;
     }
-    PropertyState& property = state.properties[row->id];
-    if (record.IsSet()) {
-        if (const Status status = SetFeature(property, *row, record); status != Status::ok) {
-            return status;
-        }
+    const CorrectionRow* correction = FindCorrection(row.id);
+    const bool isCommand = correction != nullptr && IsCorrectionCommand(*correction, mode);
+    const bool isMode = std::has_single_bit(mode) && (mode & property.At(kOffsetModeCaps)) != 0;
+    if (mode != 0 && !isMode && !isCommand) {
+        return Status::invalidParameter;
+    }
+    property.At(kOffsetValue) = value;
+    if (isCommand) {
+        RunCorrectionCommand(state, *correction, mode);
+    } else if (mode != 0) {
+        EnterMode(property, mode);
+        CoupleMode(state, row.id);
+    }
+    CoupleValue(state, row.id);
+    return Status::ok;
+}
+
+void LookAtFeature(CameraState& state, std::uint32_t id) {
+    const FeatureRow* row = FindAdjustable(id);
+    if (row == nullptr) {
+        return;
+    }
+    PropertyState& property = state.properties[id];
+    const std::uint32_t valueBefore = property.At(kOffsetValue);
+    const std::uint32_t modeBefore = property.At(kOffsetMode);
+    if (const CorrectionRow* correction = FindCorrection(id); correction != nullptr) {
+        PassCorrectionTime(state, *correction);
     } else {
         PassTime(property, *row);
     }
+    if (property.At(kOffsetMode) != modeBefore) {
+        CoupleMode(state, id);
+    }
+    if (property.At(kOffsetValue) != valueBefore) {
+        CoupleValue(state, id);
+    }
+}
+
+void FillFromProperty(const PropertyState& property, Record record) {
     for (std::size_t offset = kHeaderBytes; offset < kFeatureRecordBytes; offset += 4) {
         record.SetWord(offset, property.At(offset));
     }
+}
+
+Status AnswerFeature(CameraState& state, Record record) {
+    const FeatureRow* row = FindAdjustable(record.Id());
+    if (row == nullptr) {
+        return Status::propertyNotFound;
+    }
+    if (record.IsSet()) {
+        const Status status = SetFeature(state, *row, record.Word(kOffsetValue), record.Word(kOffsetMode));
+        if (status != Status::ok) {
+            return status;
+        }
+    } else {
+        LookAtFeature(state, row->id);
+    }
+    FillFromProperty(state.properties[row->id], record);
     return Status::ok;
 }
 

@@ -47,6 +47,13 @@ constexpr FeatureRow kFeatures[] = {
     {.id = 63, .name = "LUT bits per value",  .value = kLutBitsPerValue, .min = 1, .max = 16, .caps = kFixed,   .mode = kModeManual},
     {.id = 64, .name = "Feature 517",         .value = 7,     .min = 0,   .max = 4095,     .caps = kSwitch,     .mode = kModeOff},
 };
+
+constexpr FeatureRow kFeatureLike[] = {
+    {.id = 30, .name = "Shading",         .value = 16, .min = 1, .max = 255, .caps = kSwitch | kModeShowImage, .mode = kModeOff},
+    {.id = 34, .name = "Output 1",        .value = 3,  .min = 0, .max = 31,  .caps = kSwitch,                  .mode = kModeManual},
+    {.id = 54, .name = "ISO speed",       .value = 2,  .min = 0, .max = 3,   .caps = kFixed,                   .mode = kModeManual},
+    {.id = 61, .name = "Geometry switch", .value = 0,  .min = 0, .max = 1,   .caps = kFixed,                   .mode = kModeManual},
+};
 // clang-format on
 
 consteval bool WellFormed(std::span<const FeatureRow> rows) {
@@ -55,8 +62,7 @@ consteval bool WellFormed(std::span<const FeatureRow> rows) {
         const bool ascends = i == 0 || rows[i - 1].id < row.id;
         const bool modeIsOneSupportedBit =
             row.mode != 0 && (row.mode & (row.mode - 1)) == 0 && (row.caps & row.mode) != 0;
-        const std::uint32_t lowest = row.minIsNoLimit ? 0 : row.min;
-        if (!ascends || !modeIsOneSupportedBit || row.value < lowest || row.value > row.max) {
+        if (!ascends || !modeIsOneSupportedBit || row.value < row.Lowest(row.min) || row.value > row.max) {
             return false;
         }
     }
@@ -65,6 +71,7 @@ consteval bool WellFormed(std::span<const FeatureRow> rows) {
 
 static_assert(std::size(kFeatures) == 27);
 static_assert(WellFormed(kFeatures));
+static_assert(WellFormed(kFeatureLike));
 
 }  // namespace
 
@@ -72,9 +79,18 @@ std::span<const FeatureRow> FeatureTable() {
     return kFeatures;
 }
 
+std::span<const FeatureRow> FeatureLikeTable() {
+    return kFeatureLike;
+}
+
 const FeatureRow* FindFeature(std::uint32_t id) {
     const auto found = std::ranges::lower_bound(kFeatures, id, {}, &FeatureRow::id);
     return found != std::end(kFeatures) && found->id == id ? found : nullptr;
+}
+
+const FeatureRow* FindAdjustable(std::uint32_t id) {
+    const auto found = std::ranges::find(kFeatureLike, id, &FeatureRow::id);
+    return found != std::end(kFeatureLike) ? found : FindFeature(id);
 }
 
 }  // namespace kolmsim

@@ -26,6 +26,9 @@ struct FeatureRow {
 
     /// The word at Min tells something else than the lowest value: a SET may carry 0.
     bool minIsNoLimit = false;
+
+    /// The lowest value that a SET may carry, where the word at Min is `minWord`.
+    [[nodiscard]] constexpr std::uint32_t Lowest(std::uint32_t minWord) const { return minIsNoLimit ? 0 : minWord; }
 };
 
 /// All features, by driver id.
@@ -33,6 +36,12 @@ struct FeatureRow {
 
 /// The feature with this driver id, or null.
 [[nodiscard]] const FeatureRow* FindFeature(std::uint32_t id);
+
+/// Properties that are no features for the driver's callers but have the same record and behave alike.
+[[nodiscard]] std::span<const FeatureRow> FeatureLikeTable();
+
+/// The feature or feature-like property with this driver id, or null.
+[[nodiscard]] const FeatureRow* FindAdjustable(std::uint32_t id);
 
 /// Whether a camera of this variant has the feature.
 [[nodiscard]] constexpr bool HasFeature(const FeatureRow& row, Variant variant) {

@@ -9,48 +9,72 @@ namespace {
 constexpr std::uint32_t kSmallestSide = 16;
 constexpr std::uint32_t kLargestSide = 4096;
 
-/// Largest integer whose square is not above n.
-constexpr std::uint32_t SquareRoot(std::uint32_t n) {
-    std::uint32_t root = 0;
-    for (std::uint32_t bit = 1U << 15; bit != 0; bit >>= 1) {
-        const std::uint32_t next = root | bit;
-        if (std::uint64_t{next} * next <= n) {
-            root = next;
-        }
-    }
-    return root;
+constexpr Rgb kBars[] = {{192, 192, 192}, {192, 192, 0}, {0, 192, 192}, {0, 192, 0},
+                         {192, 0, 192},   {192, 0, 0},   {0, 0, 192},   {16, 16, 16}};
+
+constexpr std::uint8_t kDiscLight = 224;
+
+Rgb Gray(std::uint64_t level) {
+    const auto gray = static_cast<std::uint8_t>(level);
+    return {gray, gray, gray};
 }
 
-/// BT.601 weights in 1/256.
-constexpr std::uint8_t Luminance(std::uint32_t r, std::uint32_t g, std::uint32_t b) {
-    return static_cast<std::uint8_t>((77 * r + 150 * g + 29 * b) >> 8);
+std::size_t RowBytes(PixelFormat format, std::uint32_t width) {
+    switch (format) {
+    case PixelFormat::mono8:
+        return width;
+    case PixelFormat::uyvy:
+        return width % 2 == 0 ? std::size_t{width} * 2 : 0;
+    case PixelFormat::bgr24:
+        return (std::size_t{width} * 3 + 3) / 4 * 4;
+    }
+    return 0;
+}
+
+void StoreMono(std::span<const Rgb> row, std::span<std::uint8_t> bytes) {
+    std::ranges::transform(row, bytes.begin(), Luminance);
+}
+
+/// BT.601 studio range, in 1/256; the chroma of two pixels is their mean.
+void StoreUyvy(std::span<const Rgb> row, std::span<std::uint8_t> bytes) {
+    const auto luma = [](const Rgb& p) {
+        return static_cast<std::uint8_t>(16 + (66 * p.r + 129 * p.g + 25 * p.b + 128) / 256);
+    };
+    for (std::size_t x = 0; x + 1 < row.size(); x += 2) {
+        const int r = row[x].r + row[x + 1].r;
+        const int g = row[x].g + row[x + 1].g;
+        const int b = row[x].b + row[x + 1].b;
+        bytes[2 * x] = static_cast<std::uint8_t>(128 + (-38 * r - 74 * g + 112 * b) / 512);
+        bytes[2 * x + 1] = luma(row[x]);
+        bytes[2 * x + 2] = static_cast<std::uint8_t>(128 + (112 * r - 94 * g - 18 * b) / 512);
+        bytes[2 * x + 3] = luma(row[x + 1]);
+    }
+}
+
+void StoreBgr(std::span<const Rgb> row, std::span<std::uint8_t> bytes) {
+    for (std::size_t x = 0; x < row.size(); ++x) {
+        bytes[3 * x] = row[x].b;
+        bytes[3 * x + 1] = row[x].g;
+        bytes[3 * x + 2] = row[x].r;
+    }
+    std::ranges::fill(bytes.subspan(3 * row.size()), std::uint8_t{0});
+}
+
+void Store(PixelFormat format, std::span<const Rgb> row, std::span<std::uint8_t> bytes) {
+    switch (format) {
+    case PixelFormat::mono8:
+        return StoreMono(row, bytes);
+    case PixelFormat::uyvy:
+        return StoreUyvy(row, bytes);
+    case PixelFormat::bgr24:
+        return StoreBgr(row, bytes);
+    }
 }
 
 }  // namespace
 
-std::array<std::uint8_t, 256> ToneCurve(const RenderSettings& settings) {
-    // Anything above this many times the neutral exposure shows white all over; the limit keeps the product in range.
-    constexpr std::uint64_t kLongestUs = kNeutralExposureUs * 100'000;
-    const std::uint64_t exposureUs = std::min(settings.exposureUs, kLongestUs);
-    const std::uint64_t gain = std::uint64_t{std::min(settings.gain, 4095U)} + kNeutralGain;
-    const auto offset = std::int64_t{std::min(settings.brightness, 4095U)} - std::int64_t{kNeutralBrightness};
-
-    std::array<std::uint8_t, 256> curve{};
-    for (std::uint32_t light = 0; light < curve.size(); ++light) {
-        const std::uint64_t exposed = light * exposureUs * gain / (kNeutralExposureUs * 2 * kNeutralGain);
-        const std::int64_t level = std::clamp<std::int64_t>(static_cast<std::int64_t>(exposed) + offset, 0, 255);
-        const auto linear = static_cast<std::uint32_t>(level);
-        curve[light] = static_cast<std::uint8_t>(settings.gammaOn ? SquareRoot(linear * 255) : linear);
-    }
-    return curve;
-}
-
 std::size_t PictureBytes(PixelFormat format, std::uint32_t width, std::uint32_t height) {
-    switch (format) {
-    case PixelFormat::mono8:
-        return std::size_t{width} * height;
-    }
-    return 0;
+    return RowBytes(format, width) * height;
 }
 
 bool FrameRenderer::IsDrawable(std::uint32_t width, std::uint32_t height) {
@@ -69,17 +93,14 @@ FrameRenderer::FrameRenderer(std::uint32_t width, std::uint32_t height) : m_widt
     }
 }
 
-FrameRenderer::Rgb FrameRenderer::ScenePixel(std::uint32_t x, std::uint32_t y) const {
-    constexpr Rgb kBars[] = {{192, 192, 192}, {192, 192, 0}, {0, 192, 192}, {0, 192, 0},
-                             {192, 0, 192},   {192, 0, 0},   {0, 0, 192},   {16, 16, 16}};
+Rgb FrameRenderer::ScenePixel(std::uint32_t x, std::uint32_t y) const {
     constexpr std::uint32_t kGraySteps = 8;
 
     if (y < m_height / 6) {
         return kBars[x * std::size(kBars) / m_width];
     }
     if (y >= m_height - m_height / 8) {
-        const auto gray = static_cast<std::uint8_t>(x * kGraySteps / m_width * 255 / (kGraySteps - 1));
-        return {gray, gray, gray};
+        return Gray(x * kGraySteps / m_width * 255 / (kGraySteps - 1));
     }
 
     const std::int64_t dx = std::int64_t{x} * 2 - m_width;
@@ -104,28 +125,55 @@ FrameRenderer::Disc FrameRenderer::DiscAt(std::uint64_t frameNumber) const {
     return {radius + static_cast<std::int64_t>(position), std::int64_t{m_height} * 3 / 4, radius};
 }
 
-bool FrameRenderer::Render(const RenderSettings& settings, PixelFormat format, std::uint64_t frameNumber,
-                           std::span<std::uint8_t> picture) const {
-    if (picture.size() != PictureBytes(format, m_width, m_height)) {
-        return false;
-    }
-    constexpr std::uint8_t kDiscLight = 224;
-    const auto curve = ToneCurve(settings);
-    const Disc disc = DiscAt(frameNumber);
-
-    for (std::size_t i = 0; i < m_scene.size(); ++i) {
-        const Rgb& light = m_scene[i];
-        picture[i] = Luminance(curve[light.r], curve[light.g], curve[light.b]);
-    }
-    for (std::int64_t y = disc.y - disc.radius; y <= disc.y + disc.radius; ++y) {
-        for (std::int64_t x = disc.x - disc.radius; x <= disc.x + disc.radius; ++x) {
-            const std::int64_t dx = x - disc.x;
-            const std::int64_t dy = y - disc.y;
-            const bool inside = x >= 0 && y >= 0 && x < std::int64_t{m_width} && y < std::int64_t{m_height};
-            if (inside && dx * dx + dy * dy <= disc.radius * disc.radius) {
-                picture[static_cast<std::size_t>(y * std::int64_t{m_width} + x)] = curve[kDiscLight];
+void FrameRenderer::DrawRow(const RenderSettings& settings, std::uint64_t frameNumber, std::uint32_t y,
+                            std::span<Rgb> row) const {
+    if (settings.testImage != 0) {
+        for (std::uint32_t x = 0; x < m_width; ++x) {
+            switch (settings.testImage) {
+            case 1:
+                row[x] = Gray(x * 256 / m_width);
+                break;
+            case 2:
+                row[x] = Gray((x + y + frameNumber) % 256);
+                break;
+            default:
+                row[x] = kBars[x * std::size(kBars) / m_width];
             }
         }
+        return;
+    }
+    std::copy_n(m_scene.begin() + std::ptrdiff_t{y} * m_width, m_width, row.begin());
+    const Disc disc = DiscAt(frameNumber);
+    const std::int64_t dy = y - disc.y;
+    if (dy < -disc.radius || dy > disc.radius) {
+        return;
+    }
+    const std::int64_t first = std::max<std::int64_t>(0, disc.x - disc.radius);
+    const std::int64_t last = std::min<std::int64_t>(m_width - 1, disc.x + disc.radius);
+    for (std::int64_t x = first; x <= last; ++x) {
+        const std::int64_t dx = x - disc.x;
+        if (dx * dx + dy * dy <= disc.radius * disc.radius) {
+            row[static_cast<std::size_t>(x)] = Gray(kDiscLight);
+        }
+    }
+}
+
+bool FrameRenderer::Render(const RenderSettings& settings, PixelFormat format, std::uint64_t frameNumber,
+                           std::span<std::uint8_t> picture) const {
+    const std::size_t rowBytes = RowBytes(format, m_width);
+    if (rowBytes == 0 || picture.size() != rowBytes * m_height) {
+        return false;
+    }
+    const PixelPipeline pipeline(settings);
+    std::vector<Rgb> row(m_width);
+    for (std::uint32_t y = 0; y < m_height; ++y) {
+        DrawRow(settings, frameNumber, settings.mirrorVertical ? m_height - 1 - y : y, row);
+        if (settings.mirrorHorizontal) {
+            std::ranges::reverse(row);
+        }
+        std::ranges::transform(row, row.begin(), pipeline);
+        const std::uint32_t line = format == PixelFormat::bgr24 ? m_height - 1 - y : y;
+        Store(format, row, picture.subspan(line * rowBytes, rowBytes));
     }
     return true;
 }

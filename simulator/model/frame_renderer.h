@@ -1,12 +1,12 @@
 #pragma once
 /// @file  What the simulated camera sees: a test scene, drawn with the camera's current settings.
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
 
+#include "model/pixel_pipeline.h"
 #include "model/render_settings.h"
 
 namespace kolmsim {
@@ -14,16 +14,19 @@ namespace kolmsim {
 /// Layout of a picture's bytes.
 enum class PixelFormat : std::uint32_t {
     mono8,  ///< one byte of luminance for each pixel, top-down, no row padding
+    uyvy,   ///< U, Y, V, Y for two pixels, BT.601, top-down; a width that is odd has no such layout
+    bgr24,  ///< blue, green, red, bottom-up, rows padded to whole 32-bit words
 };
 
-/// How many bytes a picture takes.
+/// How many bytes a picture takes; 0 where the layout does not exist.
 [[nodiscard]] std::size_t PictureBytes(PixelFormat format, std::uint32_t width, std::uint32_t height);
 
 /// Draws pictures of the scene, integer arithmetic throughout: the same settings and frame number give the same bytes
 /// everywhere.
 ///
 /// The scene: color bars along the top, a slanted gradient with rings in the middle, gray steps along the bottom, and
-/// a bright disc that travels to and fro with the frame number.
+/// a bright disc that travels to and fro with the frame number. Test images take its place: 1 a gray ramp from left to
+/// right, 2 a slanted ramp that moves with the frame number, 3 color bars.
 class FrameRenderer {
 public:
     /// Whether a scene of this size can be drawn: from 16 x 16 to 4096 x 4096 pixels.
@@ -40,9 +43,6 @@ public:
                               std::span<std::uint8_t> picture) const;
 
 private:
-    struct Rgb {
-        std::uint8_t r, g, b;
-    };
     struct Disc {
         std::int64_t x, y, radius;
     };
@@ -50,12 +50,12 @@ private:
     [[nodiscard]] Rgb ScenePixel(std::uint32_t x, std::uint32_t y) const;
     [[nodiscard]] Disc DiscAt(std::uint64_t frameNumber) const;
 
+    /// Light of one row from left to right.
+    void DrawRow(const RenderSettings& settings, std::uint64_t frameNumber, std::uint32_t y, std::span<Rgb> row) const;
+
     std::uint32_t m_width;
     std::uint32_t m_height;
     std::vector<Rgb> m_scene;  ///< all that stands still, row by row
 };
-
-/// The tone curve of a camera's settings: what becomes of each level of light, 0 to 255.
-[[nodiscard]] std::array<std::uint8_t, 256> ToneCurve(const RenderSettings& settings);
 
 }  // namespace kolmsim

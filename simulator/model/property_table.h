@@ -13,10 +13,13 @@ namespace kolmsim {
 /// One driver property.
 struct PropertyRow {
     std::uint32_t id;
-    std::size_t recordBytes;  ///< the only size that its record may have
+    std::size_t recordBytes;  ///< the only size that its record may have, data apart
+
+    /// Where the record tells how many bytes of data follow it; 0 for a record without data.
+    std::size_t dataBytesOffset = 0;
 
     /// Answers in place; the header and the size have been checked.
-    Status (*answer)(CameraState& state, Record record);
+    Status (*answer)(CameraState& state, Record record) = nullptr;
 };
 
 /// The property with this id as the camera has it, or null where it lacks it.

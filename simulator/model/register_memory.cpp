@@ -1,40 +1,75 @@
 #include "model/register_memory.h"
 
-#include <span>
+#include "model/memory_window.h"
+#include "model/register_table.h"
 
 namespace kolmsim {
+namespace {
 
-std::uint32_t* FindRegister(CameraState& state, std::uint32_t address) {
-    if (address % 4 != 0) {
-        return nullptr;
+RegisterCell& CellOf(CameraState& state, const RegisterEntry& entry) {
+    return state.registers[static_cast<std::size_t>(&entry - RegisterTable().data())];
+}
+
+}  // namespace
+
+std::optional<std::uint32_t> ReadRegister(const CameraState& state, std::uint32_t address) {
+    if (IsInWindow(address)) {
+        return ReadWindowWord(state, address);
     }
-    struct Block {
-        std::uint32_t base;
-        std::span<std::uint32_t> words;
-    };
-    const Block blocks[] = {
-        {kIidcBase, state.iidcRegisters},
-        {kFormat7Base, state.format7Registers},
-        {kVendorBase, state.vendorRegisters},
-    };
-    for (const Block& block : blocks) {
-        if (address >= block.base && (address - block.base) / 4 < block.words.size()) {
-            return &block.words[(address - block.base) / 4];
-        }
+    const RegisterEntry* entry = FindRegister(address);
+    if (entry == nullptr) {
+        return std::nullopt;
     }
-    return nullptr;
+    const RegisterCell& cell = state.registers[static_cast<std::size_t>(entry - RegisterTable().data())];
+    return entry->rule->read == nullptr || cell.forced != 0 ? cell.word : entry->rule->read(state, address);
+}
+
+bool WriteRegister(CameraState& state, std::uint32_t address, std::uint32_t word) {
+    if (IsInWindow(address)) {
+        WriteWindowWord(state, address, word);
+        return true;
+    }
+    const RegisterEntry* entry = FindRegister(address);
+    if (entry == nullptr) {
+        return false;
+    }
+    const RegisterRule& rule = *entry->rule;
+    if (rule.write != nullptr) {
+        rule.write(state, address, word);
+    } else {
+        RegisterCell& cell = CellOf(state, *entry);
+        cell.word = (cell.word & ~rule.writable) | (word & rule.writable);
+    }
+    return true;
+}
+
+bool ForceRegister(CameraState& state, std::uint32_t address, std::uint32_t word) {
+    const RegisterEntry* entry = FindRegister(address);
+    if (entry == nullptr || entry->rule->write != nullptr) {
+        return WriteRegister(state, address, word);
+    }
+    CellOf(state, *entry) = {.word = word, .forced = 1};
+    return true;
+}
+
+void LookAtRegister(CameraState& state, std::uint32_t address) {
+    const RegisterEntry* entry = FindRegister(address);
+    if (entry != nullptr && entry->rule->look != nullptr) {
+        entry->rule->look(state, address);
+    }
 }
 
 Status AnswerRegister(CameraState& state, Record record) {
-    std::uint32_t* word = FindRegister(state, record.Word(kOffsetRegisterAddress));
-    if (word == nullptr) {
+    const std::uint32_t address = record.Word(kOffsetRegisterAddress);
+    if (record.IsSet()) {
+        return WriteRegister(state, address, record.Word(kOffsetRegisterValue)) ? Status::ok : Status::invalidAddress;
+    }
+    LookAtRegister(state, address);
+    const auto word = ReadRegister(state, address);
+    if (!word) {
         return Status::invalidAddress;
     }
-    if (record.IsSet()) {
-        *word = record.Word(kOffsetRegisterValue);
-    } else {
-        record.SetWord(kOffsetRegisterValue, *word);
-    }
+    record.SetWord(kOffsetRegisterValue, *word);
     return Status::ok;
 }
 

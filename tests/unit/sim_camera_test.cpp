@@ -3,11 +3,13 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "model/camera.h"
+#include "model/register_table.h"
 #include "sim_record.h"
 
 namespace kolmsim {
@@ -71,23 +73,49 @@ TEST_F(SimCamera, statuses_are_win32_error_numbers) {
     EXPECT_EQ(static_cast<std::uint32_t>(Status::invalidParameter), 87U);
 }
 
-TEST_F(SimCamera, a_register_holds_what_was_written) {
-    std::vector<std::uint8_t> write = MakeRecord(11, 2, 32);
-    Record(write).SetWord(24, 0xF1000240);
-    Record(write).SetWord(28, 0x12345678);
-    ASSERT_EQ(m_camera.Answer(write), Status::ok);
-
-    std::vector<std::uint8_t> read = MakeRecord(11, 1, 32);
-    Record(read).SetWord(24, 0xF1000240);
-    ASSERT_EQ(m_camera.Answer(read), Status::ok);
-
-    EXPECT_EQ(ReadWord(read, 28), 0x12345678U);
-    EXPECT_EQ(m_camera.Register(0xF1000240), 0x12345678U);
+TEST_F(SimCamera, a_block_record_is_as_long_as_its_count_of_data_says) {
+    for (const std::size_t bytes : {32U, 36U, 40U, 44U}) {
+        std::vector<std::uint8_t> record = MakeRecord(62, 1, bytes);
+        if (bytes >= 36) {
+            Record(record).SetWord(24, 0xF1001000);
+            Record(record).SetWord(28, 0x11);
+            Record(record).SetWord(32, 4);
+        }
+        const Status expected = bytes < 40    ? Status::insufficientBuffer
+                                : bytes == 40 ? Status::ok
+                                              : Status::invalidParameter;
+        EXPECT_EQ(m_camera.Answer(record), expected) << bytes;
+        EXPECT_EQ(m_camera.Check(record).objection == nullptr, bytes == 40) << bytes;
+    }
 }
 
-TEST_F(SimCamera, an_address_outside_the_register_blocks_is_refused) {
+TEST_F(SimCamera, every_property_has_its_record_size) {
+    struct Size {
+        std::uint32_t id;
+        std::size_t bytes;
+    };
+    constexpr Size kSizes[] = {{3, 64},  {9, 800}, {10, 840}, {11, 32}, {12, 32}, {13, 96}, {14, 96}, {15, 96},
+                               {16, 32}, {17, 96}, {18, 96},  {20, 96}, {24, 64}, {25, 64}, {26, 48}, {28, 64},
+                               {29, 64}, {30, 64}, {31, 64},  {32, 64}, {33, 64}, {34, 64}, {35, 64}, {36, 64},
+                               {37, 64}, {38, 64}, {39, 64},  {40, 64}, {41, 64}, {42, 64}, {51, 64}, {52, 48},
+                               {53, 64}, {54, 64}, {56, 64},  {61, 64}, {62, 36}, {65, 40}};
+    for (const Size& size : kSizes) {
+        EXPECT_EQ(m_camera.Check(MakeRecord(size.id, 1, size.bytes)).status, Status::ok) << size.id;
+        EXPECT_EQ(m_camera.Check(MakeRecord(size.id, 1, size.bytes - 4)).status, Status::insufficientBuffer) << size.id;
+        EXPECT_EQ(m_camera.Check(MakeRecord(size.id, 1, size.bytes + 4)).status, Status::invalidParameter) << size.id;
+    }
+}
+
+TEST_F(SimCamera, a_header_alone_is_checked_without_its_property) {
+    EXPECT_EQ(CheckHeader(MakeRecord(999, 1, 24)).status, Status::ok);
+    EXPECT_EQ(CheckHeader(MakeRecord(0, 3, 64)).status, Status::invalidParameter);
+    EXPECT_NE(CheckHeader(MakeRecord(0, 3, 64)).objection, nullptr);
+    EXPECT_EQ(CheckHeader(MakeRecord(0, 1, 20)).status, Status::insufficientBuffer);
+}
+
+TEST_F(SimCamera, an_address_without_a_register_is_refused) {
     for (const std::uint32_t address :
-         {0U, 0xF0EFFFFCU, 0xF0F00801U, 0xF0F01000U, 0xF0F10000U, 0xF2000000U, 0xFFFFFFFCU}) {
+         {0U, 0xF0EFFFFCU, 0xF0F00801U, 0xF0F00840U, 0xF0F01000U, 0xF0F10000U, 0xF1001800U, 0xF2000000U, 0xFFFFFFFCU}) {
         std::vector<std::uint8_t> read = MakeRecord(11, 1, 32);
         Record(read).SetWord(24, address);
         EXPECT_EQ(m_camera.Answer(read), Status::invalidAddress) << std::hex << address;
@@ -148,17 +176,40 @@ TEST_F(SimCamera, foreign_memory_is_not_usable) {
     EXPECT_FALSE(IsUsable(*m_state, Variant::color));
 }
 
-TEST_F(SimCamera, damaged_memory_is_answered_without_harm) {
-    for (const int filler : {0x00, 0x55, 0x80, 0xFF}) {
-        std::memset(m_state->properties.data(), filler, sizeof m_state->properties);
-        for (std::uint32_t id = 0; id < kPropertyIds; ++id) {
-            if (FindFeature(id) == nullptr) {
-                continue;
-            }
-            std::vector<std::uint8_t> record = MakeRecord(id, 1, 64);
-            const bool present = filler != 0;
-            EXPECT_EQ(m_camera.Answer(record), present ? Status::ok : Status::propertyNotFound) << id;
+/// Asks for everything that has a fixed record, and for every register.
+void AskForEverything(Camera& camera) {
+    for (std::uint32_t id = 0; id < kPropertyIds; ++id) {
+        for (const std::size_t bytes : {32U, 40U, 48U, 64U, 96U, 800U, 840U}) {
+            std::vector<std::uint8_t> record = MakeRecord(id, 1, bytes);
+            std::ignore = camera.Answer(record);
         }
+    }
+    for (const RegisterEntry& entry : RegisterTable()) {
+        std::vector<std::uint8_t> record = MakeRecord(11, 1, 32);
+        Record(record).SetWord(24, entry.address);
+        EXPECT_EQ(camera.Answer(record), Status::ok) << std::hex << entry.address;
+    }
+}
+
+TEST_F(SimCamera, damaged_memory_is_answered_without_harm) {
+    const std::uint32_t variant = m_state->variant;
+    for (const int filler : {0x00, 0x55, 0x80, 0xFF}) {
+        std::memset(m_state.get(), filler, sizeof *m_state);
+        m_state->variant = variant;
+        AskForEverything(m_camera);
+        for (const FeatureRow& row : FeatureTable()) {
+            std::vector<std::uint8_t> record = MakeRecord(row.id, 1, 64);
+            const bool present = filler != 0;
+            EXPECT_EQ(m_camera.Answer(record), present ? Status::ok : Status::propertyNotFound) << row.name;
+        }
+        std::vector<std::uint8_t> block = MakeRecord(62, 1, 36 + 8);
+        Record(block).SetWord(24, 0xF1001000);
+        Record(block).SetWord(28, 0x11);
+        Record(block).SetWord(32, 8);
+        EXPECT_EQ(m_camera.Answer(block), Status::ok);
+        Record(block).SetWord(20, 2);
+        EXPECT_EQ(m_camera.Answer(block), Status::ok);
+        std::ignore = m_camera.PictureSettings();
     }
 }
 

@@ -5,6 +5,7 @@
 #include <kolmfluxor/identifiers.h>
 
 #include "driver/property_set.h"
+#include "pages/exposure_page.h"
 
 namespace kolmfluxor {
 namespace {
@@ -24,7 +25,9 @@ constexpr CFactoryTemplate kClasses[] = {
     {.name = L"KolmStillImage", .classId = &CLSID_KolmStillImage, .create = CreateNothing},
     {.name = L"KolmFluxorPropertyPageInfo", .classId = &CLSID_KolmFluxorPage_Info, .create = CreateNothing},
     {.name = L"KolmFluxorPropertyPageFormat", .classId = &CLSID_KolmFluxorPage_Format, .create = CreateNothing},
-    {.name = L"KolmFluxorPropertyPageExposure", .classId = &CLSID_KolmFluxorPage_Exposure, .create = CreateNothing},
+    {.name = L"KolmFluxorPropertyPageExposure",
+     .classId = &CLSID_KolmFluxorPage_Exposure,
+     .create = CKolmFluxorPage_Exposure::CreateInstance},
     {.name = L"KolmFluxorPropertyPageDirectAccess",
      .classId = &CLSID_KolmFluxorPage_DirectAccess,
      .create = CreateNothing},

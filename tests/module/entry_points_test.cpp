@@ -27,7 +27,7 @@ const ClassRow kClasses[] = {
     {"CKolmStillImage", CLSID_KolmStillImage, false},
     {"CKolmFluxorPage_Info", CLSID_KolmFluxorPage_Info, false},
     {"CKolmFluxorPage_Format", CLSID_KolmFluxorPage_Format, false},
-    {"CKolmFluxorPage_Exposure", CLSID_KolmFluxorPage_Exposure, false},
+    {"CKolmFluxorPage_Exposure", CLSID_KolmFluxorPage_Exposure, true},
     {"CKolmFluxorPage_DirectAccess", CLSID_KolmFluxorPage_DirectAccess, false},
     {"CKolmFluxorPage_Smart01", CLSID_KolmFluxorPage_Smart01, false},
     {"CKolmFluxorPage_Lut", CLSID_KolmFluxorPage_Lut, false},

@@ -1,0 +1,251 @@
+/// @file  The wrappers of single controls, at every branch and with every text.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "pages/common/combo_box_ctrl.h"
+#include "pages/common/feature_slider_ctrl.h"
+#include "pages/common/kolm_fluxor_exception.h"
+#include "pages/common/mode_names.h"
+#include "pages/common/number_edit_ctrl.h"
+#include "pages/common/simple_controls.h"
+#include "support/control_window.h"
+#include "support/thrown_text.h"
+#include "support/wine.h"
+
+namespace kolmfluxor::test {
+namespace {
+
+constexpr int kId = 1234;
+
+TEST(ControlWrappers, say_their_texts_when_there_is_no_dialog) {
+    HWND none = nullptr;
+    for (const HWND* place : {static_cast<const HWND*>(nullptr), static_cast<const HWND*>(&none)}) {
+        const CFeatureSliderCtrl slider({}, place);
+        EXPECT_EQ(ThrownText([&] { std::ignore = slider.SliderValue(); }), "pointer to dlg still NULL");
+        const CKolmNumberEditCtrl edit(kId, place);
+        EXPECT_EQ(ThrownText([&] { std::ignore = edit.value(); }), "null pointer: pointer to dialog still NULL");
+        const CComboBoxCtrl combo(kId, place);
+        EXPECT_EQ(ThrownText([&] { std::ignore = combo.SelectedValue(); }),
+                  "CComboBoxCtrl::Dlg: NullPointer: dialog pointer still NULL");
+        const CComboBoxFeatureCtrl featureCombo(kId, place);
+        EXPECT_EQ(ThrownText([&] { std::ignore = featureCombo.SelectedValue(); }),
+                  "CComboBoxFeatureCtrl::Dlg: NullPointer: dialog pointer still NULL");
+        const CCheckBoxCtrl box(kId, place);
+        EXPECT_EQ(ThrownText([&] { box.Enable(true); }), "CCheckBoxCtrl::Dlg: NullPointer: dialog pointer still NULL");
+        const CSimpleCtrl simple(kId, place);
+        EXPECT_EQ(ThrownText([&] { simple.SetText("x"); }), "CSimpleCtrl::Dlg: NullPointer: dialog pointer still NULL");
+        const CPictureCtrl picture(kId, place);
+        EXPECT_EQ(ThrownText([&] { picture.Invalidate(true); }),
+                  "CPictureCtrl::Dlg: NullPointer: dialog pointer still NULL");
+    }
+}
+
+TEST(ControlWrappers, see_the_dialog_once_it_exists) {
+    HWND place = nullptr;
+    const CSimpleCtrl simple(kId, &place);
+    EXPECT_NE(ThrownText([&] { std::ignore = simple.Handle(); }), "(nothing was thrown)");
+    CControlWindow window;
+    HWND const control = window.Add("STATIC", kId);
+    place = window.Handle();
+    EXPECT_EQ(simple.Handle(), control);
+}
+
+TEST(SimpleCtrl, sets_texts_and_enables) {
+    CControlWindow window;
+    window.Add("STATIC", kId);
+    const CSimpleCtrl simple(kId, window.Place());
+    simple.SetText("20\xB5s");
+    EXPECT_EQ(window.Text(kId), "20\xB5s");
+    simple.Enable(false);
+    EXPECT_FALSE(window.IsEnabled(kId));
+    simple.Enable(true);
+    EXPECT_TRUE(window.IsEnabled(kId));
+}
+
+TEST(CheckBoxCtrl, checks_and_tells) {
+    CControlWindow window;
+    window.Add("BUTTON", kId, BS_AUTOCHECKBOX);
+    const CCheckBoxCtrl box(kId, window.Place());
+    EXPECT_FALSE(box.IsChecked());
+    box.Check(true);
+    EXPECT_TRUE(box.IsChecked());
+    box.Check(false);
+    EXPECT_FALSE(box.IsChecked());
+}
+
+TEST(CheckBoxCtrl, throws_its_text_when_the_control_refuses) {
+    CControlWindow window;
+    HWND const control = window.Add("BUTTON", kId, BS_AUTOCHECKBOX);
+    const CCheckBoxCtrl box(kId, window.Place());
+    for (const LRESULT result : {-1, -2}) {
+        const CRefusingControl refusing(control, BM_SETCHECK, result);
+        EXPECT_EQ(ThrownText([&] { box.Check(true); }), "CCheckBoxCtrl::Check: error set state check box");
+    }
+    const CRefusingControl other(control, BM_SETCHECK, -3);
+    EXPECT_NO_THROW(box.Check(true)) << "other results are no failure";
+}
+
+TEST(NumberEditCtrl, reads_and_writes_signed_numbers) {
+    CControlWindow window;
+    window.Add("EDIT", kId);
+    const CKolmNumberEditCtrl edit(kId, window.Place());
+    for (const int value : {0, 1, -1, 2147483647, -2147483647}) {
+        EXPECT_TRUE(edit.setValue(value));
+        EXPECT_EQ(window.Text(kId), std::to_string(value));
+        EXPECT_EQ(edit.value(), value);
+    }
+    ::SetDlgItemTextA(window.Handle(), kId, "12abc");
+    EXPECT_EQ(edit.value(), 12);
+}
+
+TEST(NumberEditCtrl, reports_a_number_that_the_control_did_not_take) {
+    if (IsWine()) GTEST_SKIP() << "Wine's SetDlgItemInt reports success even where there is no such control";
+    CControlWindow window;
+    const CKolmNumberEditCtrl missing(kId, window.Place());
+    EXPECT_FALSE(missing.setValue(1));
+}
+
+TEST(NumberEditCtrl, throws_its_text_for_what_is_no_number) {
+    CControlWindow window;
+    window.Add("EDIT", kId);
+    const CKolmNumberEditCtrl edit(kId, window.Place());
+    for (const char* text : {"", "-", "x12", "99999999999"}) {
+        ::SetDlgItemTextA(window.Handle(), kId, text);
+        EXPECT_EQ(ThrownText([&] { std::ignore = edit.value(); }),
+                  "CKolmNumberEditCtrl::value: translating edit to int failed")
+            << text;
+    }
+}
+
+TEST(NumberEditCtrl, tells_empty_and_minus) {
+    CControlWindow window;
+    window.Add("EDIT", kId, ES_AUTOHSCROLL);
+    const CKolmNumberEditCtrl edit(kId, window.Place());
+    const auto type = [&](const std::string& text) { ::SetDlgItemTextA(window.Handle(), kId, text.c_str()); };
+    type("");
+    EXPECT_TRUE(edit.isEmpty());
+    EXPECT_FALSE(edit.isMinus());
+    type("-");
+    EXPECT_FALSE(edit.isEmpty());
+    EXPECT_TRUE(edit.isMinus());
+    type("-1");
+    EXPECT_FALSE(edit.isMinus());
+    type(std::string(300, '-'));
+    EXPECT_FALSE(edit.isMinus());
+}
+
+TEST(NumberEditCtrl, copies_texts_that_fit) {
+    CControlWindow window;
+    window.Add("EDIT", kId, ES_AUTOHSCROLL);
+    const CKolmNumberEditCtrl edit(kId, window.Place());
+    std::array<char, 400> buffer{};
+    buffer.fill('#');
+    ::SetDlgItemTextA(window.Handle(), kId, "123");
+    EXPECT_EQ(edit.text(buffer.data(), 3), static_cast<DWORD>(ERROR_MORE_DATA)) << "no place for the NUL";
+    EXPECT_EQ(buffer[0], '#');
+    EXPECT_EQ(edit.text(buffer.data(), 4), static_cast<DWORD>(ERROR_SUCCESS));
+    EXPECT_STREQ(buffer.data(), "123");
+    EXPECT_EQ(buffer[4], '#');
+    ::SetDlgItemTextA(window.Handle(), kId, std::string(255, '7').c_str());
+    EXPECT_EQ(edit.text(buffer.data(), 400), static_cast<DWORD>(ERROR_SUCCESS));
+    ::SetDlgItemTextA(window.Handle(), kId, std::string(256, '7').c_str());
+    EXPECT_EQ(edit.text(buffer.data(), 400), static_cast<DWORD>(ERROR_MORE_DATA)) << "fewer characters were copied";
+}
+
+template <class Combo> struct ComboNames;
+template <> struct ComboNames<CComboBoxCtrl> { static constexpr char kClass[] = "CComboBoxCtrl"; };
+template <> struct ComboNames<CComboBoxFeatureCtrl> { static constexpr char kClass[] = "CComboBoxFeatureCtrl"; };
+
+template <class Combo> class ComboBoxes : public ::testing::Test {
+protected:
+    ComboBoxes() : m_control(m_window.Add("COMBOBOX", kId, CBS_DROPDOWNLIST)), m_combo(kId, m_window.Place()) {}
+
+    /// What `run` throws while the control answers a message with a result.
+    template <class F> std::string Refused(UINT message, LRESULT result, F&& run) {
+        const CRefusingControl refusing(m_control, message, result);
+        return ThrownText(run);
+    }
+    static std::string Text(const char* text) { return std::string(ComboNames<Combo>::kClass) + text; }
+
+    CControlWindow m_window;
+    HWND m_control;
+    Combo m_combo;
+};
+using ComboTypes = ::testing::Types<CComboBoxCtrl, CComboBoxFeatureCtrl>;
+TYPED_TEST_SUITE(ComboBoxes, ComboTypes);
+
+TYPED_TEST(ComboBoxes, add_and_select_by_data) {
+    ::EnableWindow(this->m_control, FALSE);
+    this->m_combo.AddValue("one", 1);
+    this->m_combo.AddValue("many", 0xF0F00800);
+    this->m_combo.AddValue("one again", 1);
+    EXPECT_TRUE(this->m_window.IsEnabled(kId)) << "an entry enables the combo";
+
+    this->m_combo.SelectValue(0xF0F00800);
+    EXPECT_EQ(this->m_combo.SelectedValue(), 0xF0F00800u);
+    this->m_combo.SelectValue(1);
+    EXPECT_EQ(::SendMessageA(this->m_control, CB_GETCURSEL, 0, 0), 0) << "the first one with this data";
+    this->m_combo.SelectValue(99);
+    EXPECT_EQ(this->m_combo.SelectedValue(), 1u) << "none: the selection stays";
+}
+
+TYPED_TEST(ComboBoxes, say_what_failed) {
+    auto& combo = this->m_combo;
+    const auto add = [&] { combo.AddValue("x", 1); };
+    const auto select = [&] { combo.SelectValue(1); };
+    const auto selected = [&] { std::ignore = combo.SelectedValue(); };
+    EXPECT_EQ(this->Refused(CB_ADDSTRING, CB_ERR, add), this->Text("::AddValue: error adding string to combobox"));
+    EXPECT_EQ(this->Refused(CB_ADDSTRING, CB_ERRSPACE, add), this->Text("::AddValue: error adding string to combobox"));
+    EXPECT_EQ(this->Refused(CB_SETITEMDATA, CB_ERR, add), this->Text("::AddValue: error seting item data to combobox"));
+    EXPECT_EQ(this->Refused(CB_GETCOUNT, CB_ERR, select),
+              this->Text("::SelectValue: error retriving combo box element count"));
+    EXPECT_EQ(this->Refused(CB_GETITEMDATA, CB_ERR, select),
+              this->Text("::SelectValue: error retriving item data from combobox"));
+    EXPECT_EQ(ThrownText(selected), this->Text("::SelectedValue: error getting current selection from combobox"));
+    combo.AddValue("y", 1);
+    combo.SelectValue(1);
+    EXPECT_EQ(this->Refused(CB_GETITEMDATA, CB_ERR, selected),
+              this->Text("::SelectedValue: error retriving item data from combo box"));
+}
+
+TEST(PictureCtrl, tells_its_client_rectangle_and_asks_for_painting) {
+    CControlWindow window;
+    HWND const control = window.Add("STATIC", kId);
+    const CPictureCtrl picture(kId, window.Place());
+    const RECT area = picture.ClientRect();
+    EXPECT_EQ(area.left, 0);
+    EXPECT_EQ(area.top, 0);
+    EXPECT_EQ(area.right, 120);
+    EXPECT_EQ(area.bottom, 100);
+    ::ValidateRect(control, nullptr);
+    picture.Invalidate(false);
+    EXPECT_TRUE(::GetUpdateRect(control, nullptr, FALSE));
+    picture.Enable(false);
+    EXPECT_FALSE(window.IsEnabled(kId));
+    EXPECT_EQ(picture.Handle(), control);
+}
+
+TEST(ModeNames, name_the_modes) {
+    const std::vector<std::string> names = {"Off",       "Manual",   "OnePush",  "Auto",      "Busy",
+                                            "ShowImage", "LoadData", "SaveData", "ClearData", "Error"};
+    for (std::uint32_t mode = 0; mode < 10; ++mode)
+        EXPECT_EQ(ModeName(mode), names[mode]);
+    EXPECT_STREQ(ModeName(10), "unknown");
+    EXPECT_STREQ(ModeName(0xFFFFFFFF), "unknown");
+}
+
+TEST(KolmFluxorException, carries_text_and_code_and_copies_both) {
+    const CKolmFluxorException original("unable to retrieve item count", 1);
+    const CKolmFluxorException copy = original;  // NOLINT(performance-unnecessary-copy-initialization): it is the test
+    EXPECT_STREQ(copy.what(), "unable to retrieve item count");
+    EXPECT_EQ(copy.Code(), 1u);
+    EXPECT_EQ(CKolmFluxorException("index into media info store out of bounds", 5).Code(), 5u);
+}
+
+}  // namespace
+}  // namespace kolmfluxor::test

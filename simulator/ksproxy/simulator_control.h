@@ -94,20 +94,26 @@ struct ISimulatedCamera {
 
     /// A word of a feature's 64-byte record as the camera holds it; not logged, and no time passes for auto modes.
     ///
+    /// Test image (3), shading (30), output 1 (34), trigger (53), ISO speed (54) and geometry switch (61) count too.
+    ///
     /// @param driverId  driver property id, not the feature id of the interface
     /// @param offset    in bytes from the start of the record: 24 value, 28 mode bit, 32 modes, 36 minimum, 40 maximum
     /// @return          false for an id or offset that does not exist
     virtual bool GetFeatureWord(std::uint32_t driverId, std::uint32_t offset, std::uint32_t* word) = 0;
 
     /// The camera changes such a word by itself. A mode takes AutoOn (44) and OnePushOn (52) along; set these after it
-    /// to make them differ. Nothing is checked: any mode word, any value.
+    /// to make them differ; a value of shutter, time base or extended shutter takes the exposure time along. Nothing is
+    /// checked: any mode word, any value.
     virtual bool SetFeatureWord(std::uint32_t driverId, std::uint32_t offset, std::uint32_t word) = 0;
 
     /// The camera has a feature no longer, or again.
     virtual bool SetFeaturePresent(std::uint32_t driverId, bool present) = 0;
 
-    /// A register as a read or write by the driver would meet it, but not logged; false where there is none.
+    /// What a register shows; not logged, and no time passes. False where there is none.
     virtual bool PeekRegister(std::uint32_t address, std::uint32_t* word) = 0;
+
+    /// The camera changes a register by itself; not logged. Where a write acts (controls, the GP buffer) it acts the
+    /// same; every other register shows the word from now on until Reset, one that can only be read too.
     virtual bool PokeRegister(std::uint32_t address, std::uint32_t word) = 0;
 
     /// Bytes of one lookup table as the camera's memory holds them: values in 16 bits each, high byte first.
@@ -122,7 +128,8 @@ struct ISimulatedCamera {
     /// Puts every setting back to the factory's.
     virtual void Reset() = 0;
 
-    /// Draws what the camera sees with its current settings.
+    /// Draws what the camera sees with its current settings, and counts the picture: 'Y800' with 8 bits per pixel,
+    /// 'UYVY' with 16, BI_RGB with 24 (bottom-up).
     ///
     /// @return  false when the camera is unplugged, does not know the layout, or `sizeBytes` does not fit it
     virtual bool RenderFrame(const SimFrame& frame) = 0;

@@ -12,6 +12,10 @@ using kolmfluxor::UniqueHandle;
 
 /// The file's full path in lower case, or nothing with the last error set.
 std::wstring CanonicalPath(const wchar_t* file) {
+    if (*file == L'\0') {
+        ::SetLastError(ERROR_PATH_NOT_FOUND);  // the system does not always say why an empty path has no full form
+        return {};
+    }
     const DWORD needed = ::GetFullPathNameW(file, 0, nullptr, nullptr);
     std::wstring path(needed, L'\0');
     const DWORD length = needed == 0 ? 0 : ::GetFullPathNameW(file, needed, path.data(), nullptr);

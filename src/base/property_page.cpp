@@ -145,11 +145,15 @@ INT_PTR CALLBACK CBasePropertyPage::DialogProc(HWND hwnd, UINT message, WPARAM w
     // There is no page while a dialog is only measured.
     auto* const page = reinterpret_cast<CBasePropertyPage*>(::GetWindowLongPtrA(hwnd, DWLP_USER));
     if (page == nullptr) return FALSE;
+    if (message == WM_CLOSE) return TRUE;  // a page closes with its frame; the default would destroy it alone
+    INT_PTR result = FALSE;
     try {
-        return page->OnReceiveMessage(hwnd, message, wParam, lParam);
+        result = page->OnReceiveMessage(hwnd, message, wParam, lParam);
     } catch (...) {
-        return FALSE;  // the page shows what the camera says with its next refresh
+        // Nobody to tell: the page shows what the camera says with its next refresh.
     }
+    if (message == WM_NCDESTROY) page->m_hwnd = nullptr;
+    return result;
 }
 
 }  // namespace kolmfluxor

@@ -17,7 +17,8 @@ namespace kolmfluxor {
 /// `OnReceiveMessage` for each message of the dialog, `OnApplyChanges` when a dirty page is applied, `OnDeactivate`,
 /// `OnDisconnect`. A page may be activated and deactivated several times while it is connected.
 ///
-/// Hooks may throw. Exceptions end here: the dialog procedure swallows them, the methods turn them into a code.
+/// Hooks may throw. Exceptions end here: the methods turn them into a code; the dialog procedure, `Activate` and
+/// `Deactivate`, which do not pass their hook's result on, swallow them.
 /// Everything runs on the window thread of the property frame.
 class CBasePropertyPage : public Implements<IPropertyPage> {
 public:

@@ -13,8 +13,8 @@ constexpr auto kShutter = static_cast<ULONG>(FeatureId::shutter);
 constexpr auto kTimeBase = static_cast<ULONG>(FeatureId::timeBase);
 constexpr auto kExtendedShutter = static_cast<ULONG>(FeatureId::extendedShutter);
 
-// Results of reads and writes below are ignored on purpose: what could not be read counts as 0, and a refused write
-// shows with the next reading.
+// Results of reads and writes below are ignored on purpose: what could not be read counts as 0, and a refused write is
+// not reported; only a feature that runs by itself is read again.
 
 }  // namespace
 
@@ -111,8 +111,9 @@ void CKolmShutterCtrl::OnExtendedClicked(IKolmFluxorPropertySet* camera) {
 }
 
 void CKolmShutterCtrl::EnableValueControls(bool enable) {
-    for (const int id : {m_extendedBox, m_timeBaseCombo, Ids().groupBox})
+    for (const int id : {m_extendedBox, Ids().groupBox})
         EnableItem(id, enable);
+    EnableItem(m_timeBaseCombo, enable && !IsExtended());  // in extended display there is no time base to choose
     CFeatureSliderCtrl::EnableValueControls(enable);
 }
 
@@ -156,6 +157,8 @@ void CKolmShutterCtrl::InitExtras(IKolmFluxorPropertySet* camera) {
 HRESULT CKolmShutterCtrl::ReadValueAndMode(FeatureId feature, IKolmFluxorPropertySet* camera, ULONG* value,
                                            ULONG* mode) {
     const HRESULT hr = CFeatureSliderCtrl::ReadValueAndMode(feature, camera, value, mode);
+    // Compatibility: in extended display the second result counts alone. A shutter whose mode can't be read is then
+    // shown with its value all the same.
     return IsExtended() ? camera->GetFeatureValue(kExtendedShutter, value) : hr;
 }
 

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <windows.h>
 
@@ -12,8 +14,12 @@
 #include "pages/shutter_ctrl.h"
 #include "pages/time_base.h"
 #include "support/control_window.h"
+#include "support/patched_import.h"
 #include "support/property_set_test.h"
 #include "support/thrown_text.h"
+
+extern "C" void* __imp_WaitForSingleObject;
+extern "C" void* __imp_ReleaseMutex;
 
 namespace kolmfluxor::test {
 namespace {
@@ -111,6 +117,8 @@ TEST_F(FeatureSlider, init_fails_as_it_should_and_leaves_the_group_disabled) {
         EXPECT_EQ(m_group.Init(FeatureId::gain, Object().Get()), E_UNEXPECTED) << nth;
         EXPECT_FALSE(m_window.IsEnabled(kIds.groupBox));
         EXPECT_FALSE(m_window.IsEnabled(kIds.trackbar));
+        EXPECT_FALSE(m_window.IsEnabled(kIds.modeCombo)) << "a choice would write a value that was never read";
+        EXPECT_EQ(Object().Sent().size(), static_cast<std::size_t>(nth)) << "the first failed read ends it";
     }
     Renew(L"color");
     EXPECT_EQ(m_group.Init(FeatureId::gain, Object().Get()), S_OK);
@@ -126,6 +134,40 @@ TEST_F(FeatureSlider, apply_and_poll_return_the_drivers_code) {
     Object().FailNth(1, E_ABORT);
     EXPECT_EQ(m_group.Poll(FeatureId::gain, Object().Get()), E_ABORT);
     EXPECT_EQ(m_group.Poll(FeatureId::gain, Object().Get()), S_OK);
+}
+
+std::vector<std::string> g_roundTrip;
+DWORD g_waitResult = WAIT_OBJECT_0;
+
+DWORD WINAPI RecordWait(HANDLE, DWORD milliseconds) {
+    g_roundTrip.push_back("wait " + std::to_string(milliseconds));
+    return g_waitResult;
+}
+
+BOOL WINAPI RecordRelease(HANDLE) {
+    g_roundTrip.emplace_back("release");
+    return TRUE;
+}
+
+TEST_F(FeatureSlider, camera_round_trips_are_locked_and_go_on_when_the_wait_times_out) {
+    ASSERT_EQ(m_group.Init(FeatureId::gain, Object().Get()), S_OK);
+    for (const DWORD result : {static_cast<DWORD>(WAIT_OBJECT_0), static_cast<DWORD>(WAIT_TIMEOUT)}) {
+        g_waitResult = result;
+        for (const bool apply : {true, false}) {
+            Object().Forget();
+            g_roundTrip.clear();
+            HRESULT hr = E_FAIL;
+            {
+                const CPatchedImport wait(&__imp_WaitForSingleObject, reinterpret_cast<void*>(&RecordWait));
+                const CPatchedImport release(&__imp_ReleaseMutex, reinterpret_cast<void*>(&RecordRelease));
+                hr = apply ? m_group.Apply(FeatureId::gain, Object().Get())
+                           : m_group.Poll(FeatureId::gain, Object().Get());
+            }
+            EXPECT_EQ(hr, S_OK);
+            EXPECT_EQ(g_roundTrip, (std::vector<std::string>{"wait 5000", "release"}));
+            EXPECT_EQ(Object().Sent().size(), apply ? 2u : 1u);
+        }
+    }
 }
 
 TEST_F(FeatureSlider, any_success_but_S_OK_counts_as_a_failure) {

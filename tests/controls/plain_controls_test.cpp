@@ -14,8 +14,11 @@
 #include "pages/common/number_edit_ctrl.h"
 #include "pages/common/simple_controls.h"
 #include "support/control_window.h"
+#include "support/patched_import.h"
 #include "support/thrown_text.h"
 #include "support/wine.h"
+
+extern "C" void* __imp_InvalidateRect;
 
 namespace kolmfluxor::test {
 namespace {
@@ -72,10 +75,14 @@ TEST(CheckBoxCtrl, checks_and_tells) {
     window.Add("BUTTON", kId, BS_AUTOCHECKBOX);
     const CCheckBoxCtrl box(kId, window.Place());
     EXPECT_FALSE(box.IsChecked());
-    box.Check(true);
-    EXPECT_TRUE(box.IsChecked());
-    box.Check(false);
-    EXPECT_FALSE(box.IsChecked());
+    for (const BOOL notOne : {FALSE, 2, -1}) {
+        box.Check(TRUE);
+        EXPECT_TRUE(box.IsChecked());
+        box.Check(notOne);
+        EXPECT_FALSE(box.IsChecked()) << notOne << ": only exactly 1 checks";
+    }
+    box.Enable(false);
+    EXPECT_FALSE(window.IsEnabled(kId));
 }
 
 TEST(CheckBoxCtrl, throws_its_text_when_the_control_refuses) {
@@ -84,10 +91,10 @@ TEST(CheckBoxCtrl, throws_its_text_when_the_control_refuses) {
     const CCheckBoxCtrl box(kId, window.Place());
     for (const LRESULT result : {-1, -2}) {
         const CRefusingControl refusing(control, BM_SETCHECK, result);
-        EXPECT_EQ(ThrownText([&] { box.Check(true); }), "CCheckBoxCtrl::Check: error set state check box");
+        EXPECT_EQ(ThrownText([&] { box.Check(TRUE); }), "CCheckBoxCtrl::Check: error set state check box");
     }
     const CRefusingControl other(control, BM_SETCHECK, -3);
-    EXPECT_NO_THROW(box.Check(true)) << "other results are no failure";
+    EXPECT_NO_THROW(box.Check(TRUE)) << "other results are no failure";
 }
 
 TEST(NumberEditCtrl, reads_and_writes_signed_numbers) {
@@ -120,6 +127,18 @@ TEST(NumberEditCtrl, throws_its_text_for_what_is_no_number) {
                   "CKolmNumberEditCtrl::value: translating edit to int failed")
             << text;
     }
+}
+
+TEST(NumberEditCtrl, undoes_and_enables) {
+    CControlWindow window;
+    HWND const control = window.Add("EDIT", kId);
+    const CKolmNumberEditCtrl edit(kId, window.Place());
+    ::SendMessageA(control, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>("5"));
+    ASSERT_EQ(window.Text(kId), "5");
+    edit.undo();
+    EXPECT_EQ(window.Text(kId), "");
+    edit.enable(false);
+    EXPECT_FALSE(window.IsEnabled(kId));
 }
 
 TEST(NumberEditCtrl, tells_empty_and_minus) {
@@ -213,21 +232,48 @@ TYPED_TEST(ComboBoxes, say_what_failed) {
               this->Text("::SelectedValue: error retriving item data from combo box"));
 }
 
-TEST(PictureCtrl, tells_its_client_rectangle_and_asks_for_painting) {
+struct Invalidation {
+    HWND window;
+    bool whole;
+    RECT area;
+    BOOL erase;
+};
+std::vector<Invalidation> g_invalidations;
+
+BOOL WINAPI RecordInvalidation(HWND window, const RECT* area, BOOL erase) {
+    g_invalidations.push_back({window, area == nullptr, area != nullptr ? *area : RECT{}, erase});
+    return TRUE;
+}
+
+TEST(PictureCtrl, tells_its_client_rectangle) {
     CControlWindow window;
     HWND const control = window.Add("STATIC", kId);
     const CPictureCtrl picture(kId, window.Place());
     const RECT area = picture.ClientRect();
-    EXPECT_EQ(area.left, 0);
-    EXPECT_EQ(area.top, 0);
-    EXPECT_EQ(area.right, 120);
-    EXPECT_EQ(area.bottom, 100);
-    ::ValidateRect(control, nullptr);
-    picture.Invalidate(false);
-    EXPECT_TRUE(::GetUpdateRect(control, nullptr, FALSE));
+    const RECT expected = {0, 0, 120, 100};
+    EXPECT_TRUE(::EqualRect(&area, &expected));
     picture.Enable(false);
     EXPECT_FALSE(window.IsEnabled(kId));
     EXPECT_EQ(picture.Handle(), control);
+}
+
+TEST(PictureCtrl, has_itself_and_then_the_desktop_painted) {
+    CControlWindow window;
+    HWND const control = window.Add("STATIC", kId);  // at 10, 10; 120 x 100
+    const CPictureCtrl picture(kId, window.Place());
+    const CPatchedImport patch(&__imp_InvalidateRect, reinterpret_cast<void*>(&RecordInvalidation));
+    for (const BOOL erase : {TRUE, FALSE}) {
+        g_invalidations.clear();
+        picture.Invalidate(erase == TRUE);
+        ASSERT_EQ(g_invalidations.size(), 2u);
+        EXPECT_EQ(g_invalidations[0].window, control);
+        EXPECT_TRUE(g_invalidations[0].whole);
+        EXPECT_EQ(g_invalidations[0].erase, erase);
+        EXPECT_EQ(g_invalidations[1].window, nullptr) << "no window: the desktop as a whole";
+        const RECT inDialog = {10, 10, 130, 110};
+        EXPECT_TRUE(::EqualRect(&g_invalidations[1].area, &inDialog));
+        EXPECT_EQ(g_invalidations[1].erase, erase);
+    }
 }
 
 TEST(ModeNames, name_the_modes) {

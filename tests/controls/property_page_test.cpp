@@ -6,6 +6,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/module_state.h"
@@ -239,14 +240,42 @@ TEST_F(PropertyPage, swallows_exceptions_of_messages) {
 }
 
 TEST_F(PropertyPage, without_template_or_title_fails_cleanly) {
-    auto* const page = new CNotingPage(9999, 9999);
-    PROPPAGEINFO info{};
-    EXPECT_EQ(page->SetObjects(1, &m_object), S_OK);
-    EXPECT_EQ(page->Activate(m_frame, &kPlace, FALSE), E_OUTOFMEMORY);
-    EXPECT_EQ(page->m_hwnd, nullptr);
-    EXPECT_TRUE(FAILED(page->GetPageInfo(&info)));
-    EXPECT_EQ(info.pszTitle, nullptr);
-    EXPECT_EQ(page->Inner()->Release(), 0u);
+    for (const auto& [dialog, title] : {std::pair{9999, 9999}, {9999, kTitle}, {kDialog, 9999}}) {
+        auto* const page = new CNotingPage(dialog, title);
+        PROPPAGEINFO info{};
+        EXPECT_TRUE(FAILED(page->GetPageInfo(&info)));
+        EXPECT_EQ(info.pszTitle, nullptr);
+        EXPECT_EQ(page->SetObjects(1, &m_object), S_OK);
+        if (dialog == 9999) {
+            EXPECT_EQ(page->Activate(m_frame, &kPlace, FALSE), E_OUTOFMEMORY);
+            EXPECT_EQ(page->m_hwnd, nullptr);
+        }
+        EXPECT_EQ(page->Inner()->Release(), 0u);
+    }
+}
+
+TEST_F(PropertyPage, loses_its_dialog_with_the_frame_and_ignores_being_closed) {
+    EXPECT_EQ(Connect(), S_OK);
+    HWND const other = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 400, 300, nullptr,
+                                         nullptr, nullptr, nullptr);
+    EXPECT_EQ(m_page->Activate(other, &kPlace, FALSE), S_OK);
+    ::SendMessageA(m_page->m_hwnd, WM_CLOSE, 0, 0);
+    EXPECT_NE(m_page->m_hwnd, nullptr);
+    ::DestroyWindow(other);
+    EXPECT_EQ(m_page->m_hwnd, nullptr);
+    EXPECT_EQ(m_page->Deactivate(), E_UNEXPECTED);
+    EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK) << "it can be shown again";
+    EXPECT_EQ(m_page->Deactivate(), S_OK);
+}
+
+TEST_F(PropertyPage, counts_any_success_of_applying_as_applied) {
+    EXPECT_EQ(Connect(), S_OK);
+    EXPECT_EQ(m_page->SetPageSite(&m_site), S_OK);
+    m_page->m_bDirty = TRUE;
+    m_page->result = S_FALSE;
+    EXPECT_EQ(m_page->Apply(), S_FALSE);
+    EXPECT_FALSE(m_page->m_bDirty);
+    EXPECT_EQ(m_page->SetPageSite(nullptr), S_OK);
 }
 
 TEST_F(PropertyPage, released_while_active_takes_its_dialog_along) {
@@ -268,7 +297,10 @@ TEST_F(PropertyPage, hit_test_takes_the_page_without_its_right_and_bottom_edge) 
     EXPECT_EQ(hit(area.right, area.top), HTNOWHERE);
     EXPECT_EQ(hit(area.left, area.bottom), HTNOWHERE);
     EXPECT_EQ(hit(area.left - 1, area.top), HTNOWHERE);
-    EXPECT_EQ(hit(-5, -5), HTNOWHERE) << "coordinates are signed";
+    ::SetWindowPos(m_frame, nullptr, -100, -100, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    ::GetWindowRect(m_page->m_hwnd, &area);
+    ASSERT_LT(area.left, 0);
+    EXPECT_EQ(hit(area.left, area.top), HTCLIENT) << "coordinates are signed";
     EXPECT_EQ(m_page->OnReceiveMessage(m_page->m_hwnd, WM_NCHITTEST, 0, 0), 1) << "handled";
     EXPECT_EQ(m_page->Deactivate(), S_OK);
 }

@@ -66,18 +66,24 @@ protected:
 
 // ---- Opening ------------------------------------------------------------------------------------------------------
 
-TEST_F(ExposurePage, names_itself_and_tells_its_size) {
-    const auto page = Open();
+TEST_F(ExposurePage, names_itself_and_tells_its_templates_size_before_it_is_shown) {
+    IPropertyPage* fresh = nullptr;
+    ASSERT_EQ(CModule::Get().Create(CLSID_KolmFluxorPage_Exposure, nullptr, IID_IPropertyPage,
+                                    reinterpret_cast<void**>(&fresh)),
+              S_OK);
     PROPPAGEINFO info{};
     info.cb = sizeof info;
-
-    ASSERT_EQ(page->Page()->GetPageInfo(&info), S_OK);
+    ASSERT_EQ(fresh->GetPageInfo(&info), S_OK);
+    EXPECT_EQ(fresh->GetPageInfo(nullptr), E_POINTER);
+    EXPECT_EQ(fresh->Release(), 0u);
 
     EXPECT_STREQ(info.pszTitle, L"Exposure");
-    EXPECT_GT(info.size.cx, 300);
-    EXPECT_GT(info.size.cy, 250);
+    const auto page = Open();
+    RECT units = {0, 0, 252, 218};
+    ASSERT_TRUE(::MapDialogRect(page->Dialog(), &units));
+    EXPECT_EQ(info.size.cx, units.right);
+    EXPECT_EQ(info.size.cy, units.bottom);
     ::CoTaskMemFree(info.pszTitle);
-    EXPECT_EQ(page->Page()->GetPageInfo(nullptr), E_POINTER);
 }
 
 TEST_F(ExposurePage, shows_each_group_as_the_camera_has_it) {
@@ -123,9 +129,9 @@ TEST_F(ExposurePage, lists_exactly_the_supported_modes) {
     SetWord(4, 32, 0x17DE);
     {
         const auto page = Open();
-        EXPECT_EQ(page->Entries(1074).size(), 10u);
-        for (const auto& [bit, name] : kNames)
-            EXPECT_THAT(page->Entries(1074), ::testing::Contains(name));
+        EXPECT_EQ(page->Entries(1074),
+                  (std::vector<std::string>{"Off", "Manual", "OnePush", "Auto", "Busy", "ShowImage", "LoadData",
+                                            "SaveData", "ClearData", "Error"}));
     }
     for (const auto& [bit, name] : kNames) {
         SCOPED_TRACE(name);
@@ -197,7 +203,8 @@ TEST_F(ExposurePage, each_failing_read_disables_its_group_only) {
     }
 }
 
-// ---- Moving a slider ----------------------------------------------------------------------------------------------
+// ---- Moving a slider
+// ----------------------------------------------------------------------------------------------
 
 TEST_F(ExposurePage, dragging_writes_value_and_mode_and_reads_the_value_back) {
     for (const GroupRow& row : kGroups) {
@@ -244,7 +251,8 @@ TEST_F(ExposurePage, a_scroll_of_no_trackbar_is_not_the_pages) {
     EXPECT_EQ(Object().Sent(), Wire{});
 }
 
-// ---- Choosing a mode ----------------------------------------------------------------------------------------------
+// ---- Choosing a mode
+// ----------------------------------------------------------------------------------------------
 
 TEST_F(ExposurePage, choosing_a_mode_writes_it_and_enables_what_is_the_users) {
     struct Row {
@@ -286,7 +294,8 @@ TEST_F(ExposurePage, choosing_a_shutter_mode_leaves_the_value) {
         EXPECT_TRUE(page->IsEnabled(id));
 }
 
-// ---- Following the camera -----------------------------------------------------------------------------------------
+// ---- Following the camera
+// -----------------------------------------------------------------------------------------
 
 TEST_F(ExposurePage, a_tick_asks_only_for_groups_that_move_by_themselves) {
     for (const GroupRow& row : kGroups)
@@ -316,9 +325,9 @@ TEST_F(ExposurePage, an_open_list_is_not_polled) {
 TEST_F(ExposurePage, a_tick_shows_the_cameras_value) {
     SetWord(0, 28, 0x8);
     const auto page = Open();
+    const std::string opened = page->Text(1081);
     page->Tick();
-    EXPECT_EQ(page->Text(1081), Number(WordOf(0)));
-    page->Tick();
+    EXPECT_NE(page->Text(1081), opened) << "the camera has moved on";
     EXPECT_EQ(page->Text(1081), Number(WordOf(0)));
     EXPECT_EQ(page->Position(1079), static_cast<LONG>(WordOf(0)));
 }
@@ -358,6 +367,78 @@ TEST_F(ExposurePage, a_failing_poll_changes_nothing_and_the_next_tick_tries_agai
     EXPECT_EQ(Object().Sent().size(), 2u);
 }
 
+TEST_F(ExposurePage, a_tick_asks_all_groups_that_move_in_their_order) {
+    for (const ULONG id : {4UL, 0UL, kShutterId, 8UL, 60UL}) {
+        SetWord(id, 32, kAllModes);
+        SetWord(id, 28, 0x8);
+    }
+    const auto page = Open();
+    page->Tick();
+    EXPECT_EQ(Object().Sent(), (Wire{Get(4), Get(0), Get(kShutterId), Get(8), Get(60)}));
+    EXPECT_EQ(page->Text(kShutterEdit), Number(WordOf(kShutterId) * 20)) << "the shutter in its own units";
+}
+
+TEST_F(ExposurePage, a_mode_without_a_name_in_a_poll_leaves_the_selection_and_frees_the_controls) {
+    SetWord(0, 28, 0x8);
+    const auto page = Open();
+    ASSERT_FALSE(page->IsEnabled(1079));
+    Object().Patch(0, 28, 0x20);
+    page->Tick();
+    EXPECT_EQ(page->Selected(1083), "Auto");
+    EXPECT_TRUE(page->IsEnabled(1079));
+}
+
+TEST_F(ExposurePage, shutter_controls_follow_its_mode_and_presence_at_opening) {
+    struct Row {
+        ULONG mode;
+        bool enabled;
+    };
+    for (const auto& [mode, enabled] : {Row{0x2, true}, {0x4, false}, {0x8, false}, {0x10, true}}) {
+        SCOPED_TRACE(mode);
+        Renew(L"color");
+        SetWord(kShutterId, 32, kAllModes);
+        SetWord(kShutterId, 28, mode);
+        const auto page = Open();
+        for (const int id :
+             {kShutterGroup, kShutterMin, kShutterMax, kShutterSlider, kShutterEdit, kUnit, kExtd, kTimeBase}) {
+            EXPECT_EQ(page->IsEnabled(id), enabled) << id;
+        }
+        EXPECT_TRUE(page->IsEnabled(kShutterMode));
+    }
+    Renew(L"color");
+    ASSERT_TRUE(Camera().SetFeaturePresent(kShutterId, false));
+    const auto page = Open();
+    for (const int id : {kShutterGroup, kShutterSlider, kShutterEdit, kUnit, kExtd, kTimeBase, kShutterMode}) {
+        EXPECT_FALSE(page->IsEnabled(id)) << id;
+    }
+}
+
+TEST_F(ExposurePage, the_time_base_stays_closed_in_extended_display) {
+    const auto page = Open();
+    page->Click(kExtd);
+    page->Pick(kShutterMode, "Auto");
+    page->Pick(kShutterMode, "Manual");
+    EXPECT_TRUE(page->IsEnabled(kShutterSlider));
+    EXPECT_FALSE(page->IsEnabled(kTimeBase));
+}
+
+TEST_F(ExposurePage, in_extended_display_the_second_reading_of_a_poll_counts_alone) {
+    SetWord(kShutterId, 28, 0x8);
+    const auto page = Open();
+    page->Click(kExtd);
+    Object().Patch(kExtendedId, 24, 4321);
+    Camera().AddFault({.nth = 1, .id = kShutterId, .action = kolmsim::SimFaultAction::fail, .code = E_ACCESSDENIED});
+    page->Tick();
+    EXPECT_EQ(page->Text(kShutterEdit), "4321");
+}
+
+TEST_F(ExposurePage, an_exposure_time_that_cannot_be_read_counts_as_0) {
+    const auto page = Open();
+    Camera().AddFault({.nth = 0, .id = kExtendedId, .action = kolmsim::SimFaultAction::fail, .code = E_ACCESSDENIED});
+    page->Pick(kTimeBase, "1000\xB5s");
+    EXPECT_EQ(page->Position(kShutterSlider), page->RangeMin(kShutterSlider));
+}
+
 TEST_F(ExposurePage, other_timers_are_not_the_pages) {
     SetWord(0, 28, 0x8);
     const auto page = Open();
@@ -365,7 +446,8 @@ TEST_F(ExposurePage, other_timers_are_not_the_pages) {
     EXPECT_EQ(Object().Sent(), Wire{});
 }
 
-// ---- Shutter: time base -------------------------------------------------------------------------------------------
+// ---- Shutter: time base
+// -------------------------------------------------------------------------------------------
 
 TEST_F(ExposurePage, shutter_shows_times_through_the_time_base) {
     SetWord(kTimeBaseId, 24, 4);
@@ -459,7 +541,8 @@ TEST_F(ExposurePage, the_time_base_that_the_camera_reports_is_shown) {
     EXPECT_EQ(page->Text(kShutterMax), Number(WordOf(kShutterId, 40) * 5));
 }
 
-// ---- Shutter: extended --------------------------------------------------------------------------------------------
+// ---- Shutter: extended
+// --------------------------------------------------------------------------------------------
 
 TEST_F(ExposurePage, checking_extd_shows_the_extended_shutter) {
     const auto page = Open();
@@ -549,7 +632,8 @@ TEST_F(ExposurePage, extd_starts_unchecked_on_every_activation) {
     EXPECT_EQ(page->Entries(kTimeBase).size(), 10u);
 }
 
-// ---- Dirty --------------------------------------------------------------------------------------------------------
+// ---- Dirty
+// --------------------------------------------------------------------------------------------------------
 
 TEST_F(ExposurePage, extd_and_control_1055_make_the_page_dirty_and_apply_clears_it) {
     const auto page = Open();
@@ -575,7 +659,8 @@ TEST_F(ExposurePage, sliders_and_modes_do_not_make_it_dirty) {
     EXPECT_EQ(page->Page()->IsPageDirty(), S_FALSE);
 }
 
-// ---- Template -----------------------------------------------------------------------------------------------------
+// ---- Template
+// -----------------------------------------------------------------------------------------------------
 
 TEST_F(ExposurePage, every_control_has_the_right_window_class) {
     const auto page = Open();

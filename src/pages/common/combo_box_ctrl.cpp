@@ -32,8 +32,7 @@ CComboBoxFeatureCtrl::CComboBoxFeatureCtrl(int id, const HWND* dialog) noexcept
 void CComboBoxBase::AddValue(const char* text, ULONG data) const {
     const LRESULT index = Send(m_id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
     if (index == CB_ERR || index == CB_ERRSPACE) throw CTextException(m_texts.addString);
-    // Unsigned: data above 0x7FFFFFFF would read back sign-extended otherwise.
-    const LRESULT result = Send(m_id, CB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(ULONG_PTR{data}));
+    const LRESULT result = Send(m_id, CB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(data));
     if (result == CB_ERR) throw CTextException(m_texts.addData);
     EnableItem(m_id, true);
 }

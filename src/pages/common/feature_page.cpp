@@ -27,11 +27,16 @@ HRESULT CFeaturePage::OnDisconnect() {
 HRESULT CFeaturePage::OnActivate() {
     const INITCOMMONCONTROLSEX classes = {.dwSize = sizeof classes, .dwICC = ICC_BAR_CLASSES};
     if (!::InitCommonControlsEx(&classes)) return E_FAIL;
-    if (m_camera == nullptr) return S_OK;
     for (const auto& [control, caption, feature] : m_groups) {
         control->SetCaption(caption);
-        std::ignore = control->Init(feature, Camera());  // a group that can't be filled stays disabled
+        if (m_camera == nullptr) {
+            control->Enable(false);
+            control->ClearModes();
+        } else {
+            std::ignore = control->Init(feature, Camera());  // a group that can't be filled stays disabled
+        }
     }
+    if (m_camera == nullptr) return S_OK;
     OnFill();
     if (m_periodMs != 0) ::SetTimer(m_hwnd, kTimer, m_periodMs, nullptr);
     return S_OK;

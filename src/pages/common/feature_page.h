@@ -41,7 +41,7 @@ protected:
     virtual void OnFill() {}
     /// A timer tick; this one polls the groups that move by themselves.
     virtual void OnPoll();
-    /// A notification of a control that is no group's. @return  whether the page handled it
+    /// A notification that is no group's choice of a mode. @return  whether the page handled it
     virtual bool OnCommand(int /*id*/, UINT /*code*/) { return false; }
 
     /// Reports a change to the frame, or counts `m_dirtySkips` down instead.

@@ -49,7 +49,10 @@ HRESULT CFeatureSliderCtrl::Init(FeatureId feature, IKolmFluxorPropertySet* came
 
     for (ULONG mode = 0; mode < kModeNames.size(); ++mode) {
         BOOL supported = FALSE;
-        if (const HRESULT hr = camera->IsFeatureModeSupported(id, mode, &supported); hr != S_OK) return hr;
+        if (const HRESULT hr = camera->IsFeatureModeSupported(id, mode, &supported); hr != S_OK) {
+            ClearModes();
+            return hr;
+        }
         if (supported) AddMode(mode);
     }
     InitExtras(camera);
@@ -59,8 +62,10 @@ HRESULT CFeatureSliderCtrl::Init(FeatureId feature, IKolmFluxorPropertySet* came
     ULONG max = 0;
     ULONG value = 0;
     if (camera->GetFeatureMode(id, &mode) != S_OK || camera->GetFeatureMin(id, &min) != S_OK ||
-        camera->GetFeatureMax(id, &max) != S_OK || camera->GetFeatureValue(id, &value) != S_OK)
+        camera->GetFeatureMax(id, &max) != S_OK || camera->GetFeatureValue(id, &value) != S_OK) {
+        ClearModes();  // a choice of mode would write a value that was never read
         return E_UNEXPECTED;
+    }
 
     SelectMode(mode);
     Enable(true);
@@ -80,7 +85,7 @@ HRESULT CFeatureSliderCtrl::Apply(FeatureId feature, IKolmFluxorPropertySet* cam
     EnableForMode(mode);
     if (const HRESULT hr = camera->SetFeatureValueAndMode(id, value, mode); hr != S_OK) return hr;
 
-    ULONG actualMode = 0;  // not shown: the next poll does
+    ULONG actualMode = 0;  // not shown
     const HRESULT hr = camera->GetFeatureValueAndMode(id, &value, &actualMode);
     if (hr == S_OK) SetValue(value);
     return hr;
@@ -103,7 +108,7 @@ bool CFeatureSliderCtrl::WantsPoll() const {
 }
 
 void CFeatureSliderCtrl::OnModeChosen(FeatureId feature, IKolmFluxorPropertySet* camera) {
-    std::ignore = Apply(feature, camera);  // a refusal shows in what the group displays afterwards
+    std::ignore = Apply(feature, camera);  // a refusal is not reported; what the user chose stays on show
 }
 
 void CFeatureSliderCtrl::OnTrackbarMoved(FeatureId feature, IKolmFluxorPropertySet* camera) {

@@ -4,8 +4,8 @@
 
 namespace kolmfluxor {
 
-void CCheckBoxCtrl::Check(bool checked) const {
-    const LRESULT result = Send(m_id, BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED);
+void CCheckBoxCtrl::Check(BOOL checked) const {
+    const LRESULT result = Send(m_id, BM_SETCHECK, checked == TRUE ? BST_CHECKED : BST_UNCHECKED);
     if (result == -1 || result == -2) throw CTextException("CCheckBoxCtrl::Check: error set state check box");
 }
 

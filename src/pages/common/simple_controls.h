@@ -25,8 +25,9 @@ public:
     CCheckBoxCtrl(int id, const HWND* dialog) noexcept
         : CDialogControl(dialog, "CCheckBoxCtrl::Dlg: NullPointer: dialog pointer still NULL"), m_id(id) {}
 
+    /// @param checked  checks the box when exactly 1
     /// @throws CTextException  when the control refuses
-    void Check(bool checked) const;
+    void Check(BOOL checked) const;
     [[nodiscard]] bool IsChecked() const { return Send(m_id, BM_GETCHECK) == BST_CHECKED; }
     void Enable(bool enable) const { EnableItem(m_id, enable); }
 

@@ -1,0 +1,240 @@
+/// @file  The common part of the pages: connection, timer, dirty reports, and who handles which message.
+
+#include "pages/common/feature_page.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include <commctrl.h>
+
+#include "base/module_state.h"
+#include "pages/exposure_page.h"
+#include "support/own_desktop.h"
+#include "support/page_site.h"
+#include "support/patched_import.h"
+#include "support/property_set_test.h"
+
+extern "C" void* __imp_SetTimer;
+extern "C" void* __imp_KillTimer;
+extern "C" void* __imp_InitCommonControlsEx;
+
+namespace kolmfluxor::test {
+namespace {
+
+constexpr RECT kPlace = {0, 0, 400, 400};
+
+/// A page without groups of its own, with everything in reach.
+class CBarePage final : public CFeaturePage {
+public:
+    explicit CBarePage(UINT periodMs) : CFeaturePage(nullptr, 107, 209, periodMs) { Inner()->AddRef(); }
+
+    using CFeaturePage::m_bDirty;
+    using CFeaturePage::m_dirtySkips;
+    using CFeaturePage::OnActivate;
+    using CFeaturePage::OnDisconnect;
+    using CFeaturePage::SetDirty;
+
+    int polls = 0;
+
+protected:
+    void OnPoll() override { ++polls; }
+    bool OnCommand(int id, UINT code) override { return id == 77 && code == BN_CLICKED; }
+};
+
+std::vector<std::string> g_timerCalls;
+HWND g_timerWindow = nullptr;
+
+UINT_PTR WINAPI RecordSetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
+    EXPECT_EQ(procedure, nullptr);
+    g_timerWindow = window;
+    g_timerCalls.push_back("set " + std::to_string(id) + " " + std::to_string(milliseconds));
+    return id;
+}
+
+BOOL WINAPI RecordKillTimer(HWND window, UINT_PTR id) {
+    g_timerWindow = window;
+    g_timerCalls.push_back("kill " + std::to_string(id));
+    return TRUE;
+}
+
+int g_initCalls = 0;
+INITCOMMONCONTROLSEX g_initClasses{};
+
+BOOL WINAPI RefuseControls(const INITCOMMONCONTROLSEX* classes) {
+    ++g_initCalls;
+    g_initClasses = *classes;
+    return FALSE;
+}
+
+class FeaturePage : public PropertySetTest {
+protected:
+    FeaturePage()
+        : m_setTimer(&__imp_SetTimer, reinterpret_cast<void*>(&RecordSetTimer)),
+          m_killTimer(&__imp_KillTimer, reinterpret_cast<void*>(&RecordKillTimer)) {
+        COwnDesktop::Enter();
+        RecordModule(::GetModuleHandleA(nullptr));
+        m_frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 500, 500, nullptr, nullptr,
+                                    nullptr, nullptr);
+        g_timerCalls.clear();
+    }
+    ~FeaturePage() override {
+        ::DestroyWindow(m_frame);
+        EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
+    }
+
+    HRESULT Connect(IPropertyPage& page) {
+        IUnknown* filter = Object().Filter().Unknown();
+        return page.SetObjects(1, &filter);
+    }
+    [[nodiscard]] HWND Dialog() const { return ::GetWindow(m_frame, GW_CHILD); }
+
+    HWND m_frame = nullptr;
+
+private:
+    CPatchedImport m_setTimer;
+    CPatchedImport m_killTimer;
+};
+
+using Calls = std::vector<std::string>;
+
+TEST_F(FeaturePage, timer_runs_from_activation_to_disconnection_and_anew_after_each_poll) {
+    auto* const page = new CBarePage(500);
+    ASSERT_EQ(Connect(*page), S_OK);
+    ASSERT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(g_timerCalls, Calls{"set 1 500"});
+    EXPECT_EQ(g_timerWindow, Dialog());
+    g_timerCalls.clear();
+
+    EXPECT_EQ(page->OnReceiveMessage(Dialog(), WM_TIMER, 1, 0), 1) << "handled";
+    EXPECT_EQ(page->polls, 1);
+    EXPECT_EQ(g_timerCalls, (Calls{"kill 1", "set 1 500"}));
+    g_timerCalls.clear();
+
+    page->OnReceiveMessage(Dialog(), WM_TIMER, 2, 0);
+    EXPECT_EQ(page->polls, 1);
+    EXPECT_EQ(g_timerCalls, Calls{});
+
+    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
+    EXPECT_EQ(g_timerCalls, Calls{"kill 1"});
+    EXPECT_EQ(page->Deactivate(), S_OK);
+    EXPECT_EQ(page->Inner()->Release(), 0u);
+}
+
+TEST_F(FeaturePage, without_a_period_there_is_no_timer) {
+    auto* const page = new CBarePage(0);
+    ASSERT_EQ(Connect(*page), S_OK);
+    ASSERT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    page->OnReceiveMessage(Dialog(), WM_TIMER, 1, 0);
+    EXPECT_EQ(page->polls, 0);
+    EXPECT_EQ(page->Deactivate(), S_OK);
+    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
+    EXPECT_EQ(g_timerCalls, Calls{});
+    EXPECT_EQ(page->Inner()->Release(), 0u);
+}
+
+TEST_F(FeaturePage, disconnecting_without_a_window_touches_no_timer_of_the_host) {
+    auto* const page = new CBarePage(500);
+    EXPECT_EQ(page->OnDisconnect(), S_OK) << "never connected";
+    EXPECT_EQ(g_timerCalls, Calls{});
+    EXPECT_EQ(page->Inner()->Release(), 0u);
+}
+
+TEST_F(FeaturePage, handles_its_own_messages_only) {
+    auto* const page = new CBarePage(500);
+    ASSERT_EQ(Connect(*page), S_OK);
+    ASSERT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(page->OnReceiveMessage(Dialog(), WM_COMMAND, MAKEWPARAM(77, BN_CLICKED), 0), 1);
+    EXPECT_EQ(page->OnReceiveMessage(Dialog(), WM_COMMAND, MAKEWPARAM(78, BN_CLICKED), 0), 0);
+    EXPECT_EQ(page->OnReceiveMessage(Dialog(), WM_HSCROLL, 0, 0), 0);
+    EXPECT_EQ(page->Deactivate(), S_OK);
+    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
+    EXPECT_EQ(page->Inner()->Release(), 0u);
+}
+
+TEST_F(FeaturePage, swallows_as_many_reports_as_it_was_told_to) {
+    auto* const page = new CBarePage(0);
+    CPageSite site;
+    page->m_dirtySkips = 2;
+    page->SetDirty();
+    page->SetDirty();
+    EXPECT_FALSE(page->m_bDirty);
+    EXPECT_EQ(page->m_dirtySkips, 0);
+    page->SetDirty();
+    EXPECT_TRUE(page->m_bDirty) << "without a site too";
+
+    ASSERT_EQ(page->SetPageSite(&site), S_OK);
+    page->m_dirtySkips = -3;
+    page->SetDirty();
+    EXPECT_EQ(page->m_dirtySkips, -3);
+    page->m_dirtySkips = 1;
+    page->SetDirty();
+    EXPECT_EQ(site.reports, std::vector<DWORD>{PROPPAGESTATUS_DIRTY}) << "one of the two was swallowed";
+    ASSERT_EQ(page->SetPageSite(nullptr), S_OK);
+    EXPECT_EQ(page->Inner()->Release(), 0u);
+}
+
+TEST_F(FeaturePage, fails_without_the_common_controls) {
+    auto* const page = new CBarePage(500);
+    {
+        const CPatchedImport patch(&__imp_InitCommonControlsEx, reinterpret_cast<void*>(&RefuseControls));
+        g_initCalls = 0;
+
+        EXPECT_EQ(page->OnActivate(), E_FAIL);
+    }
+    EXPECT_EQ(g_initCalls, 1);
+    EXPECT_EQ(g_initClasses.dwSize, 8u);
+    EXPECT_EQ(g_initClasses.dwICC, static_cast<DWORD>(ICC_BAR_CLASSES));
+    EXPECT_EQ(g_timerCalls, Calls{});
+    EXPECT_EQ(page->Inner()->Release(), 0u);
+}
+
+TEST_F(FeaturePage, an_object_without_the_interface_leaves_a_dead_page_that_does_no_harm) {
+    HRESULT hr = E_FAIL;
+    CUnknown* const page = CKolmFluxorPage_Exposure::CreateInstance(nullptr, &hr);
+    ASSERT_EQ(hr, S_OK);
+    IPropertyPage* face = nullptr;
+    ASSERT_EQ(page->Inner()->QueryInterface(IID_PPV_ARGS(&face)), S_OK);
+    CPageSite stranger;
+    IUnknown* object = &stranger;
+
+    EXPECT_EQ(face->SetObjects(1, &object), E_NOINTERFACE);
+    EXPECT_EQ(face->Activate(m_frame, &kPlace, FALSE), S_OK);
+    for (const int id : {1073, 1074, 1079, 1085, 1089, 1091, 1092, 1093, 1099}) {
+        EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(Dialog(), id))) << id;
+    }
+    ::SendMessageA(Dialog(), WM_TIMER, 1, 0);
+    ::SendMessageA(Dialog(), WM_COMMAND, MAKEWPARAM(1092, BN_CLICKED), 0);
+    ::SendMessageA(Dialog(), WM_HSCROLL, 0, reinterpret_cast<LPARAM>(::GetDlgItem(Dialog(), 1073)));
+    EXPECT_EQ(Object().Sent(), Wire{});
+    EXPECT_EQ(face->Deactivate(), S_OK);
+    EXPECT_EQ(face->SetObjects(0, nullptr), S_OK);
+    EXPECT_EQ(face->Release(), 0u);
+}
+
+TEST_F(FeaturePage, released_while_connected_keeps_its_reference_on_the_camera) {
+    auto* const page = new CBarePage(0);
+    const ULONG before = Object().Filter().References();
+    ASSERT_EQ(Connect(*page), S_OK);
+    EXPECT_EQ(Object().Filter().References(), before + 1);
+
+    EXPECT_EQ(page->Inner()->Release(), 0u);
+
+    EXPECT_EQ(Object().Filter().References(), before + 1) << "only a disconnection gives it back";
+    Object()->Release();
+}
+
+TEST_F(FeaturePage, connecting_again_gives_the_earlier_camera_back) {
+    auto* const page = new CBarePage(0);
+    const ULONG before = Object().Filter().References();
+    ASSERT_EQ(Connect(*page), S_OK);
+    ASSERT_EQ(Connect(*page), S_OK);
+    EXPECT_EQ(Object().Filter().References(), before + 1);
+    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
+    EXPECT_EQ(Object().Filter().References(), before);
+    EXPECT_EQ(page->Inner()->Release(), 0u);
+}
+
+}  // namespace
+}  // namespace kolmfluxor::test

@@ -28,11 +28,13 @@ public:
 };
 
 struct CommandRow {
+    const char* group = nullptr;  ///< the earlier row that this one is a subcommand of; null at the top
     const char* name;
     const char* summary;
     const char* example;  ///< a command line
     bool traceable;       ///< talks to the camera, so that "trace" can run it
-    std::unique_ptr<Command> (*make)();
+    /// Null for a row that only groups others, one of which must then be given.
+    std::unique_ptr<Command> (*make)() = nullptr;
 };
 
 /// All subcommands, in the order of the help. A new one is a file in commands/ and a row here.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iostream>
 #include <stdexcept>
+#include <string_view>
 
 namespace kolmctl {
 namespace {
@@ -20,7 +21,9 @@ constexpr char kExitCodes[] =
 std::string Examples() {
     std::string text = "Examples:\n";
     for (const CommandRow& row : CommandTable()) {
-        text += std::string("  ") + row.example + "\n";
+        if (row.make != nullptr) {
+            text += std::string("  ") + row.example + "\n";
+        }
     }
     return text;
 }
@@ -38,17 +41,36 @@ void CommandSet::AddTo(CLI::App& parent, const std::function<bool(const CommandR
         if (!wanted(row)) {
             continue;
         }
-        CLI::App* const parser = parent.add_subcommand(row.name, row.summary);
+        CLI::App* const parser = ParserAbove(row, parent).add_subcommand(row.name, row.summary);
         parser->footer(std::string("Example:\n  ") + row.example + "\n\nGlobal options: see kolmctl --help");
-        m_entries.push_back({parser, row.make()});
-        m_entries.back().command->Declare(*parser);
+        m_entries.push_back({&row, parser, row.make != nullptr ? row.make() : nullptr});
+        if (m_entries.back().command != nullptr) {
+            m_entries.back().command->Declare(*parser);
+        } else {
+            parser->require_subcommand(1);
+        }
     }
     parent.require_subcommand(1);
 }
 
+CLI::App& CommandSet::ParserAbove(const CommandRow& row, CLI::App& top) const {
+    if (row.group == nullptr) {
+        return top;
+    }
+    const auto above = std::ranges::find_if(m_entries, [&](const Entry& entry) {
+        return entry.row->group == nullptr && std::string_view(entry.row->name) == row.group;
+    });
+    if (above == m_entries.end()) {
+        throw std::logic_error(std::string("CommandSet::ParserAbove: no group ") + row.group);
+    }
+    return *above->parser;
+}
+
 Command& CommandSet::Given() const {
-    const auto given = std::ranges::find_if(m_entries, [](const Entry& entry) { return entry.parser->parsed(); });
-    if (given == m_entries.end()) {
+    // A group is parsed too when a subcommand of it is given; those stand after it.
+    const auto given = std::ranges::find_if(m_entries.rbegin(), m_entries.rend(),
+                                            [](const Entry& entry) { return entry.parser->parsed(); });
+    if (given == m_entries.rend() || given->command == nullptr) {
         throw std::logic_error("CommandSet::Given: no subcommand was parsed");
     }
     return *given->command;

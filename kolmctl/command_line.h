@@ -22,9 +22,14 @@ public:
 
 private:
     struct Entry {
+        const CommandRow* row;
         CLI::App* parser;
-        std::unique_ptr<Command> command;
+        std::unique_ptr<Command> command;  ///< null for a group
     };
+
+    /// The parser that a row belongs under. @param top  the parser of rows without a group
+    [[nodiscard]] CLI::App& ParserAbove(const CommandRow& row, CLI::App& top) const;
+
     std::vector<Entry> m_entries;
 };
 

@@ -1,6 +1,7 @@
 #include "output.h"
 
 #include <algorithm>
+#include <iterator>
 #include <ostream>
 #include <stdexcept>
 
@@ -19,7 +20,9 @@ std::string CellText(const Json& value) {
         return value.get<std::string>();
     }
     if (value.is_array()) {
-        return Join(value.get<std::vector<std::string>>(), ",");
+        std::vector<std::string> texts;
+        std::ranges::transform(value, std::back_inserter(texts), CellText);
+        return Join(texts, ",");
     }
     return value.is_null() ? "" : value.dump();
 }
@@ -63,6 +66,28 @@ Json Table::AsJson() const {
 }
 
 std::string Table::AsText() const {
+    return m_layout == Layout::rows ? RowsText() : RecordsText();
+}
+
+std::string Table::RecordsText() const {
+    std::size_t width = 0;
+    for (const Column& column : m_columns) {
+        width = std::max(width, CountCharacters(column.heading));
+    }
+    std::string text;
+    for (const auto& row : m_rows) {
+        text += text.empty() ? "" : "\n";
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            std::string line =
+                Padded(m_columns[i].heading, width, Align::left) + std::string(kGap, ' ') + CellText(row[i]);
+            TrimRight(&line);
+            text += line + "\n";
+        }
+    }
+    return text;
+}
+
+std::string Table::RowsText() const {
     std::vector<std::size_t> widths;
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
         std::size_t width = CountCharacters(m_columns[i].heading);

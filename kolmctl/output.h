@@ -21,11 +21,18 @@ struct Column {
     Align align;
 };
 
-/// Rows of values: texts, numbers, booleans, or arrays of texts.
+/// How a table looks to people; programs get the same of both.
+enum class Layout {
+    rows,    ///< a heading line, then one line a row
+    records  ///< one line a value, with its heading before it
+};
+
+/// Rows of values: texts, numbers, booleans, arrays of these, or null for what is not known.
 class Table {
 public:
     /// @param name  what the rows are, as in "features"
-    Table(std::string name, std::vector<Column> columns) : m_name(std::move(name)), m_columns(std::move(columns)) {}
+    Table(std::string name, std::vector<Column> columns, Layout layout = Layout::rows)
+        : m_name(std::move(name)), m_columns(std::move(columns)), m_layout(layout) {}
 
     /// @param row  one value a column
     void Add(std::vector<Json> row);
@@ -36,8 +43,12 @@ public:
     [[nodiscard]] std::string AsTsv() const;
 
 private:
+    [[nodiscard]] std::string RowsText() const;
+    [[nodiscard]] std::string RecordsText() const;
+
     std::string m_name;
     std::vector<Column> m_columns;
+    Layout m_layout;
     std::vector<std::vector<Json>> m_rows;
 };
 

@@ -8,6 +8,17 @@
 #include <windows.h>
 
 namespace kolmctl {
+namespace {
+
+std::wstring FromCodePage(UINT codePage, std::string_view text) {
+    const int length = static_cast<int>(text.size());
+    const int needed = ::MultiByteToWideChar(codePage, 0, text.data(), length, nullptr, 0);
+    std::wstring utf16(static_cast<std::size_t>(std::max(needed, 0)), L'\0');
+    ::MultiByteToWideChar(codePage, 0, text.data(), length, utf16.data(), needed);
+    return utf16;
+}
+
+}  // namespace
 
 std::string ToUtf8(std::wstring_view text) {
     const int length = static_cast<int>(text.size());
@@ -18,11 +29,11 @@ std::string ToUtf8(std::wstring_view text) {
 }
 
 std::wstring ToUtf16(std::string_view text) {
-    const int length = static_cast<int>(text.size());
-    const int needed = ::MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0);
-    std::wstring utf16(static_cast<std::size_t>(std::max(needed, 0)), L'\0');
-    ::MultiByteToWideChar(CP_UTF8, 0, text.data(), length, utf16.data(), needed);
-    return utf16;
+    return FromCodePage(CP_UTF8, text);
+}
+
+std::string AnsiToUtf8(std::string_view text) {
+    return ToUtf8(FromCodePage(CP_ACP, text));
 }
 
 bool EqualWithoutCase(std::wstring_view a, std::wstring_view b) {

@@ -15,6 +15,9 @@ namespace kolmctl {
 /// Converts to UTF-16; what is no valid UTF-8 becomes U+FFFD.
 [[nodiscard]] std::wstring ToUtf16(std::string_view text);
 
+/// Converts a text in the system's code page.
+[[nodiscard]] std::string AnsiToUtf8(std::string_view text);
+
 /// Compares as Windows compares file names: by code unit, without case.
 [[nodiscard]] bool EqualWithoutCase(std::wstring_view a, std::wstring_view b);
 

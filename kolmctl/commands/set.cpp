@@ -4,6 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "arguments.h"
 #include "commands/commands.h"
 #include "errors.h"
 #include "feature_reading.h"
@@ -13,15 +14,6 @@ namespace kolmctl {
 namespace {
 
 using kolmfluxor::IKolmFluxorPropertySet;
-
-std::uint32_t ParseValue(const std::string& text) {
-    const auto value = ParseNumber(text);
-    if (!value) {
-        throw UsageError("not a value: \"" + text + "\"",
-                         "values are whole numbers from 0 to 4294967295, decimal or 0x...");
-    }
-    return *value;
-}
 
 /// A change of a feature as the command line tells it.
 struct Change {

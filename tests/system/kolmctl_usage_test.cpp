@@ -10,7 +10,21 @@ using ::testing::MatchesRegex;
 
 class KolmctlUsage : public KolmctlTest {};
 
-constexpr const char* kSubcommands[] = {"list", "features", "get", "set", "trace"};
+constexpr const char* kSubcommands[] = {"list", "info", "features", "get", "set",  "trigger",
+                                        "iso",  "lut",  "reg",      "raw", "trace"};
+
+struct Nested {
+    const wchar_t* group;
+    const wchar_t* name;
+    const char* usage;
+};
+constexpr Nested kNested[] = {
+    {L"trigger", L"set", "Usage: kolmctl trigger set"}, {L"iso", L"set", "Usage: kolmctl iso set"},
+    {L"lut", L"enable", "Usage: kolmctl lut enable"},   {L"lut", L"disable", "Usage: kolmctl lut disable"},
+    {L"lut", L"upload", "Usage: kolmctl lut upload"},   {L"reg", L"read", "Usage: kolmctl reg read"},
+    {L"reg", L"write", "Usage: kolmctl reg write"},     {L"reg", L"dump", "Usage: kolmctl reg dump"},
+    {L"raw", L"get", "Usage: kolmctl raw get"},         {L"raw", L"set", "Usage: kolmctl raw set"},
+};
 
 TEST_F(KolmctlUsage, help_names_every_subcommand_with_an_example_and_the_exit_codes) {
     const ProcessOutcome outcome = Kolmctl({L"--help"});
@@ -35,6 +49,21 @@ TEST_F(KolmctlUsage, help_of_a_subcommand_shows_an_example) {
         EXPECT_THAT(outcome.out, HasSubstr("Usage: kolmctl " + subcommand));
         EXPECT_THAT(outcome.out, HasSubstr("\nExample:\n  kolmctl "));
     }
+}
+
+TEST_F(KolmctlUsage, help_of_a_nested_subcommand_shows_an_example) {
+    for (const Nested& nested : kNested) {
+        const ProcessOutcome outcome = Kolmctl({nested.group, nested.name, L"--help"});
+
+        EXPECT_EQ(outcome.exitCode, kSuccess) << nested.usage;
+        EXPECT_THAT(outcome.out, HasSubstr(nested.usage));
+        EXPECT_THAT(outcome.out, HasSubstr("\nExample:\n  kolmctl --simulate "));
+    }
+}
+
+TEST_F(KolmctlUsage, global_options_may_follow_a_nested_subcommand) {
+    EXPECT_THAT(Kolmctl({L"reg", L"dump", L"--filter", L"zebra", L"--simulate", L"--json"}),
+                Fails(kUsage, "no register has \"zebra\""));
 }
 
 TEST_F(KolmctlUsage, version_is_a_number) {

@@ -10,8 +10,8 @@ using ::testing::MatchesRegex;
 
 class KolmctlUsage : public KolmctlTest {};
 
-constexpr const char* kSubcommands[] = {"list", "info", "features", "get", "set",  "trigger",
-                                        "iso",  "lut",  "reg",      "raw", "trace"};
+constexpr const char* kSubcommands[] = {"list", "info", "features", "get", "set",   "trigger",
+                                        "iso",  "lut",  "reg",      "raw", "trace", "pages"};
 
 struct Nested {
     const wchar_t* group;

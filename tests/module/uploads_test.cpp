@@ -1,8 +1,10 @@
 /// @file  Uploads through the camera's GP buffer: look-up tables and shading images, register by register.
 
 #include <algorithm>
+#include <cstring>
 #include <numeric>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/property_set_test.h"
@@ -265,6 +267,59 @@ TEST_F(LutUpload, lands_in_the_cameras_memory_byte_for_byte) {
     std::uint32_t memoryControl = 0;
     ASSERT_TRUE(Camera().PeekRegister(kLutMemCtrl, &memoryControl));
     EXPECT_EQ(memoryControl & kEnableWrite, 0u) << "the memory is closed again";
+}
+
+/// One LUT of the simulated camera, as its memory holds it.
+std::vector<std::uint8_t> LutMemory(kolmsim::ISimulatedCamera& camera, ULONG lutNumber, std::size_t sizeBytes) {
+    std::vector<std::uint8_t> memory(sizeBytes);
+    EXPECT_GE(camera.ReadLutMemory(lutNumber, memory.data(), memory.size()), sizeBytes);
+    return memory;
+}
+
+/// The words as bytes, 16-bit elements with the high byte first when `swap16`.
+std::vector<std::uint8_t> BytesOf(const std::vector<ULONG>& words, bool swap16) {
+    std::vector<std::uint8_t> bytes(words.size() * 4);
+    std::memcpy(bytes.data(), words.data(), bytes.size());
+    for (std::size_t i = 0; swap16 && i < bytes.size(); i += 2)
+        std::swap(bytes[i], bytes[i + 1]);
+    return bytes;
+}
+
+TEST_F(LutUpload, lands_in_the_cameras_memory_for_any_buffer_size_and_width) {
+    for (const ULONG bits : {8u, 12u, 16u}) {
+        for (const ULONG bufferBytes : {4u, 7u, 100u, 1024u, 2048u}) {
+            for (const std::size_t quadlets : {1u, 25u, 101u, 600u}) {
+                SCOPED_TRACE(std::to_string(bits) + " bits, buffer of " + std::to_string(bufferBytes) + " bytes, " +
+                             std::to_string(quadlets) + " quadlets");
+                Renew(L"color");
+                ASSERT_TRUE(Camera().PokeRegister(kGpInfo, bufferBytes));
+                ASSERT_TRUE(Camera().PokeRegister(kLutInfo, LutInfo(bits, 4, 8192)));
+                const std::vector<ULONG> data = Data(quadlets);
+
+                ASSERT_EQ(Object()->UploadLut(data.data(), static_cast<ULONG>(quadlets), 3), S_OK);
+
+                EXPECT_EQ(LutMemory(Camera(), 3, 4 * quadlets), BytesOf(data, bits > 8));
+            }
+        }
+    }
+}
+
+TEST_F(LutUpload, ends_early_where_the_cameras_memory_ends) {
+    // The camera says that it takes more than it has, and closes its memory when that is full.
+    ASSERT_TRUE(Camera().PokeRegister(kLutInfo, LutInfo(8, 4, 0xFFFF)));
+    const std::vector<ULONG> data = Data(4 * 8192 / 4);
+
+    EXPECT_EQ(Object()->UploadLut(data.data(), static_cast<ULONG>(data.size()), 1), S_OK);
+
+    std::size_t sent = 0;
+    for (const CWireRequest& request : Object().Sent()) {
+        if (request.Word(16) == kBlockId) sent += request.Bytes().size() - 36;
+    }
+    EXPECT_GE(sent, 8192u);
+    EXPECT_LT(sent, 4 * data.size());
+    std::uint32_t control = 0;
+    ASSERT_TRUE(Camera().PeekRegister(kLutMemCtrl, &control));
+    EXPECT_EQ(control & kEnableWrite, 0u);
 }
 
 class Shading : public ScriptedRegisters {};

@@ -52,6 +52,30 @@ TEST_F(ExposurePage, names_itself_and_tells_its_templates_size_before_it_is_show
     ::CoTaskMemFree(info.pszTitle);
 }
 
+TEST_F(ExposurePage, can_be_aggregated) {
+    COuterObject outer;
+    IUnknown* inner = nullptr;
+    IPropertyPage* page = nullptr;
+    IUnknown* identity = nullptr;
+    EXPECT_EQ(CModule::Get().Create(CLSID_KolmFluxorPage_Exposure, outer.Unknown(), IID_IPropertyPage,
+                                    reinterpret_cast<void**>(&page)),
+              E_NOINTERFACE)
+        << "only its own IUnknown can be asked for";
+    ASSERT_EQ(CModule::Get().Create(CLSID_KolmFluxorPage_Exposure, outer.Unknown(), IID_IUnknown,
+                                    reinterpret_cast<void**>(&inner)),
+              S_OK);
+
+    ASSERT_EQ(inner->QueryInterface(IID_PPV_ARGS(&page)), S_OK);
+    ASSERT_EQ(page->QueryInterface(IID_PPV_ARGS(&identity)), S_OK);
+    EXPECT_EQ(identity, outer.Unknown());
+    EXPECT_EQ(outer.References(), 3u);
+
+    identity->Release();
+    page->Release();
+    EXPECT_EQ(outer.References(), 1u);
+    EXPECT_EQ(inner->Release(), 0u);
+}
+
 TEST_F(ExposurePage, shows_each_group_as_the_camera_has_it) {
     const auto page = Open();
     for (const GroupRow& row : kGroups) {

@@ -8,9 +8,13 @@ set -euo pipefail
 output=$(mktemp)
 trap 'rm -f "$output"' EXIT
 
-status=0
-"$@" >"$output" 2>&1 || status=$?
-cat "$output"
+# 75: the program found, before it tested anything, that Wine's desktop did not come up; see tests/support/own_desktop.h.
+for _ in 1 2 3; do
+    status=0
+    "$@" >"$output" 2>&1 || status=$?
+    cat "$output"
+    if ((status != 75)); then break; fi
+done
 if grep -Eqa ':err:heap:' "$output"; then
     echo "run_suite: the heap was damaged"
     exit 1

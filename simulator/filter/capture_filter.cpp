@@ -6,8 +6,8 @@
 
 #include <vfwmsgs.h>
 
+#include "base/boundary.h"
 #include "base/handles.h"
-#include "filter/com_boundary.h"
 #include "filter/enumerators.h"
 #include "kolmfluxor/identifiers.h"
 
@@ -33,7 +33,7 @@ HRESULT CCaptureFilter::NonDelegatingQueryInterface(REFIID riid, void** out) {
         return E_POINTER;
     }
     *out = nullptr;
-    return AtBoundary([&]() -> HRESULT {
+    return kolmfluxor::AtBoundary([&]() -> HRESULT {
         LoadPlugInsOnce();
         if (riid == __uuidof(IPersist) || riid == __uuidof(IMediaFilter)) {
             return Implements::NonDelegatingQueryInterface(__uuidof(IBaseFilter), out);
@@ -107,7 +107,7 @@ HRESULT CCaptureFilter::EnumPins(IEnumPins** out) {
         return E_POINTER;
     }
     *out = nullptr;
-    return AtBoundary([&] {
+    return kolmfluxor::AtBoundary([&] {
         auto* pins = new CEnumPins({Microsoft::WRL::ComPtr<IPin>(&m_pin)});
         pins->AddRef();
         *out = pins;
@@ -144,7 +144,7 @@ HRESULT CCaptureFilter::QueryFilterInfo(FILTER_INFO* info) {
 
 HRESULT CCaptureFilter::JoinFilterGraph(IFilterGraph* graph, LPCWSTR name) {
     const std::scoped_lock lock(m_lock);
-    return AtBoundary([&] {
+    return kolmfluxor::AtBoundary([&] {
         m_name = name != nullptr ? name : L"";
         m_graph = graph;
         return S_OK;
@@ -164,7 +164,7 @@ HRESULT CCaptureFilter::GetPages(CAUUID* pages) {
         return E_POINTER;
     }
     *pages = {};
-    return AtBoundary([&] {
+    return kolmfluxor::AtBoundary([&] {
         std::vector<GUID> list = m_plugIns.Pages();
         if (list.empty()) {
             list = RegisteredPages(kolmfluxor::PROPSETID_KolmFluxor);

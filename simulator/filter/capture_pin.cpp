@@ -8,8 +8,8 @@
 #include <uuids.h>
 #include <vfwmsgs.h>
 
+#include "base/boundary.h"
 #include "filter/allocator_negotiation.h"
-#include "filter/com_boundary.h"
 #include "filter/enumerators.h"
 
 namespace kolmsim {
@@ -49,7 +49,7 @@ HRESULT CCapturePin::Activate() {
     if (const HRESULT hr = m_allocator->Commit(); FAILED(hr)) {
         return hr;
     }
-    const HRESULT hr = AtBoundary([&] {
+    const HRESULT hr = kolmfluxor::AtBoundary([&] {
         StreamSetup setup = MakeSetup(m_host.Camera(), m_connectionType.Get());
         setup.allocator = m_allocator;
         setup.receiver = m_receiver;
@@ -129,7 +129,7 @@ HRESULT CCapturePin::Connect(IPin* receiver, const AM_MEDIA_TYPE* type) {
     if (!m_host.IsStopped()) {
         return VFW_E_NOT_STOPPED;
     }
-    return AtBoundary([&]() -> HRESULT {
+    return kolmfluxor::AtBoundary([&]() -> HRESULT {
         if (type != nullptr && type->formattype != GUID_NULL && type->cbFormat != 0) {
             const VideoMode* mode = FindVideoMode(*type);
             return mode == nullptr ? VFW_E_TYPE_NOT_ACCEPTED
@@ -255,7 +255,7 @@ HRESULT CCapturePin::EnumMediaTypes(IEnumMediaTypes** out) {
     }
     *out = nullptr;
     const std::scoped_lock lock(m_host.Lock());
-    return AtBoundary([&] {
+    return kolmfluxor::AtBoundary([&] {
         auto* types = new CEnumMediaTypes(OfferedTypes());
         types->AddRef();
         *out = types;

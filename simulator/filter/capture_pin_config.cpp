@@ -8,7 +8,7 @@
 #include <uuids.h>
 #include <vfwmsgs.h>
 
-#include "filter/com_boundary.h"
+#include "base/boundary.h"
 #include "filter/graph_reconnect.h"
 
 namespace kolmsim {
@@ -25,7 +25,7 @@ HRESULT CCapturePin::SetFormat(AM_MEDIA_TYPE* type) {
     if (mode == nullptr) {
         return VFW_E_INVALIDMEDIATYPE;
     }
-    return AtBoundary([&]() -> HRESULT {
+    return kolmfluxor::AtBoundary([&]() -> HRESULT {
         MediaType wanted = MakeMediaType(*mode, VideoInfo(*type)->AvgTimePerFrame);
         if (m_peer == nullptr) {
             m_format = std::move(wanted);
@@ -56,7 +56,7 @@ HRESULT CCapturePin::GetFormat(AM_MEDIA_TYPE** type) {
     }
     *type = nullptr;
     const std::scoped_lock lock(m_host.Lock());
-    return AtBoundary([&] {
+    return kolmfluxor::AtBoundary([&] {
         *type = m_peer != nullptr ? m_connectionType.NewCopy() : OfferedTypes().front().NewCopy();
         return *type != nullptr ? S_OK : E_OUTOFMEMORY;
     });
@@ -83,7 +83,7 @@ HRESULT CCapturePin::GetStreamCaps(int index, AM_MEDIA_TYPE** type, BYTE* caps) 
     if (position >= VideoModes().size()) {
         return S_FALSE;  // IAMStreamConfig's way to say that the list ends before
     }
-    return AtBoundary([&] {
+    return kolmfluxor::AtBoundary([&] {
         const VideoMode& mode = VideoModes()[position];
         *type = MakeMediaType(mode).NewCopy();
         if (*type == nullptr) {

@@ -2,11 +2,11 @@
 
 #include <windows.h>
 
+#include "base/boundary.h"
 #include "base/class_factory.h"
 #include "base/module_state.h"
 #include "filter/capture_filter.h"
 #include "filter/class_ids.h"
-#include "filter/com_boundary.h"
 #include "filter/registration.h"
 
 namespace {
@@ -42,9 +42,9 @@ STDAPI DllCanUnloadNow() {
 }
 
 STDAPI DllRegisterServer() {
-    return AtBoundary(RegisterCameras);
+    return kolmfluxor::AtBoundary(RegisterCameras);
 }
 
 STDAPI DllUnregisterServer() {
-    return AtBoundary(UnregisterCameras);
+    return kolmfluxor::AtBoundary(UnregisterCameras);
 }

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "filter/com_boundary.h"
+#include "base/boundary.h"
 
 namespace kolmsim {
 namespace {
@@ -59,7 +59,7 @@ HRESULT CEnumPins::Clone(IEnumPins** out) {
         return E_POINTER;
     }
     *out = nullptr;
-    return AtBoundary([&] {
+    return kolmfluxor::AtBoundary([&] {
         auto* copy = new CEnumPins(m_pins, m_next);
         copy->AddRef();
         *out = copy;
@@ -101,7 +101,7 @@ HRESULT CEnumMediaTypes::Clone(IEnumMediaTypes** out) {
         return E_POINTER;
     }
     *out = nullptr;
-    return AtBoundary([&] {
+    return kolmfluxor::AtBoundary([&] {
         auto* copy = new CEnumMediaTypes(m_types, m_next);
         copy->AddRef();
         *out = copy;

@@ -4,22 +4,18 @@
 #include <iterator>
 #include <string>
 
+#include "base/guid_text.h"
 #include "base/handles.h"
 
 namespace kolmsim {
 namespace {
 
+using kolmfluxor::GuidText;
 using kolmfluxor::UniqueRegistryKey;
 using Microsoft::WRL::ComPtr;
 
 constexpr wchar_t kMediaInterfaces[] = L"System\\CurrentControlSet\\Control\\MediaInterfaces\\";
 constexpr wchar_t kMediaSets[] = L"System\\CurrentControlSet\\Control\\MediaSets\\";
-
-std::wstring Braced(REFGUID guid) {
-    wchar_t text[64] = L"";
-    ::StringFromGUID2(guid, text, static_cast<int>(std::size(text)));
-    return text;
-}
 
 UniqueRegistryKey OpenKey(const std::wstring& path) {
     HKEY key = nullptr;
@@ -40,7 +36,7 @@ bool NamesInterface(HKEY key) {
 }  // namespace
 
 void PlugIns::Load(IUnknown* outer, REFGUID propertySet) {
-    const UniqueRegistryKey key = OpenKey(kMediaInterfaces + Braced(propertySet));
+    const UniqueRegistryKey key = OpenKey(kMediaInterfaces + GuidText(propertySet));
     if (key == nullptr || !NamesInterface(key.get())) {
         return;
     }
@@ -82,7 +78,7 @@ std::vector<GUID> PlugIns::Pages() const {
 
 std::vector<GUID> RegisteredPages(REFGUID propertySet) {
     std::vector<GUID> pages;
-    const UniqueRegistryKey key = OpenKey(kMediaSets + Braced(propertySet) + L"\\PropertyPages");
+    const UniqueRegistryKey key = OpenKey(kMediaSets + GuidText(propertySet) + L"\\PropertyPages");
     if (key == nullptr) {
         return pages;
     }

@@ -8,6 +8,7 @@
 #include <wrl/client.h>
 
 #include "base/errors.h"
+#include "base/guid_text.h"
 #include "base/handles.h"
 #include "base/module_state.h"
 #include "filter/class_ids.h"
@@ -15,6 +16,7 @@
 namespace kolmsim {
 namespace {
 
+using kolmfluxor::GuidText;
 using kolmfluxor::HResultFromWin32;
 using kolmfluxor::UniqueRegistryKey;
 using Microsoft::WRL::ComPtr;
@@ -34,12 +36,6 @@ public:
 private:
     bool m_initialized;
 };
-
-std::wstring Braced(REFGUID guid) {
-    wchar_t text[64] = L"";
-    ::StringFromGUID2(guid, text, static_cast<int>(std::size(text)));
-    return text;
-}
 
 std::wstring ModulePath() {
     std::wstring path(32768, L'\0');
@@ -62,7 +58,7 @@ HRESULT SetText(const std::wstring& path, const wchar_t* name, const std::wstrin
 }
 
 HRESULT RegisterClass(const CameraClass& camera) {
-    const std::wstring key = L"CLSID\\" + Braced(*camera.classId);
+    const std::wstring key = L"CLSID\\" + GuidText(*camera.classId);
     HRESULT hr = SetText(key, nullptr, camera.friendlyName);
     if (hr == S_OK) {
         hr = SetText(key + L"\\InprocServer32", nullptr, ModulePath());
@@ -92,7 +88,7 @@ HRESULT RegisterDevice(IFilterMapper2* mapper, const CameraClass& camera) {
     filter.cPins2 = 1;
     filter.rgPins2 = &pin;
     return mapper->RegisterFilter(*camera.classId, camera.friendlyName, nullptr, &CLSID_VideoInputDeviceCategory,
-                                  Braced(*camera.classId).c_str(), &filter);
+                                  GuidText(*camera.classId).c_str(), &filter);
 }
 
 }  // namespace
@@ -116,9 +112,10 @@ HRESULT UnregisterCameras() {
     const HRESULT hr = OpenMapper(&mapper);
     for (const CameraClass& camera : kCameraClasses) {
         if (SUCCEEDED(hr)) {
-            mapper->UnregisterFilter(&CLSID_VideoInputDeviceCategory, Braced(*camera.classId).c_str(), *camera.classId);
+            mapper->UnregisterFilter(&CLSID_VideoInputDeviceCategory, GuidText(*camera.classId).c_str(),
+                                     *camera.classId);
         }
-        ::RegDeleteTreeW(HKEY_CLASSES_ROOT, (L"CLSID\\" + Braced(*camera.classId)).c_str());
+        ::RegDeleteTreeW(HKEY_CLASSES_ROOT, (L"CLSID\\" + GuidText(*camera.classId)).c_str());
     }
     return hr;
 }

@@ -10,9 +10,9 @@
 #include <wrl/client.h>
 
 #include "base/errors.h"
+#include "base/guid_text.h"
 #include "base/handles.h"
 #include "base/module_state.h"
-#include "module/guid_text.h"
 
 namespace kolmfluxor {
 namespace {

@@ -7,9 +7,9 @@
 #include <kolmfluxor/identifiers.h>
 
 #include "base/errors.h"
+#include "base/guid_text.h"
 #include "base/handles.h"
 #include "module/class_table.h"
-#include "module/guid_text.h"
 
 namespace kolmfluxor {
 namespace {

@@ -14,7 +14,8 @@
 #   KOLM_WINE_BACKTRACE  1: a crash prints its backtrace (names only where the program has debug information)
 #   WINEDEBUG            default -all
 #   WINEDLLOVERRIDES     added to ours
-set -euo pipefail
+set -Eeuo pipefail
+trap 'echo "run.sh: line $LINENO failed with status $?" >&2' ERR
 
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=prefix.sh
@@ -41,6 +42,7 @@ template="" run="" prefix="" x_server="" program=""
 # shellcheck disable=SC2317  # called by the traps below
 clean_up() {
     trap '' HUP INT TERM
+    trap - ERR
     set +e
     if [[ -n $program ]]; then
         kill -KILL "$program" 2>/dev/null || true

@@ -9,13 +9,8 @@
 namespace kolmsim {
 namespace {
 
-/// The usual way to make a subtype of a FOURCC.
-constexpr GUID FourCcSubtype(std::uint32_t fourCc) {
-    return {fourCc, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xAA, 0x00, 0x38, 0x9B, 0x71}};
-}
-
 constexpr std::uint32_t kY800 = 0x30303859;
-constexpr GUID kSubtypeY800 = FourCcSubtype(kY800);
+constexpr GUID kSubtypeY800 = kolmfluxor::FourCcSubtype(kY800);
 
 constexpr VideoMode kModes[] = {
     {.iidcFormat = 0,

@@ -2,7 +2,7 @@
 /// @file  Arithmetic of the area of interest. No Windows header: this also builds natively.
 ///
 /// Numbers come from users and drivers and may be anything. Comparisons are exact; what is stored is 32-bit signed and
-/// wraps. A step of zero or less means that every value is a multiple of it (this module's own rule).
+/// wraps. A step of zero or less counts as 1, so that every value is a multiple of it (this module's own rule).
 
 #include <cstdint>
 

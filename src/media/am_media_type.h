@@ -106,8 +106,8 @@ protected:
     void RequireInitialized(const Accessor& accessor) const;
 
 private:
-    friend class test::MediaTypePeer;  // no type comes without its header from outside; the texts are tested all the
-                                       // same
+    // Nothing from outside leaves an initialized type without its header; a test takes it away to read the texts.
+    friend class test::MediaTypePeer;
 
     void Initialize() noexcept;
     [[nodiscard]] const VIDEOINFOHEADER& Header(const Accessor& accessor) const;

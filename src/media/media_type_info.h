@@ -14,8 +14,8 @@ namespace kolmfluxor {
 /// ones keep the texts of `CAMMediaType`. A mode is *scalable* (IIDC Format 7) or *fixed*: then size and position
 /// cannot be changed.
 ///
-/// The record is a driver's and not trusted: a step of zero or less means that every value is a multiple (this module's
-/// own rule), and limits may contradict each other.
+/// The record is a driver's and not trusted: a step of zero or less counts as 1 (this module's own rule), and limits
+/// may contradict each other.
 class CMediaTypeInfo : public CAMMediaType {
 public:
     /// Not initialized.
@@ -52,8 +52,8 @@ public:
     /// Brings a frame time into the mode's limits, on a fixed mode after moving it to the closest fixed IIDC rate;
     /// stores and returns it.
     REFERENCE_TIME FrameTimeAvrChecked(REFERENCE_TIME t);
-    /// `FrameTimeAvrChecked` in frames per second. Throws what `FpsToFrameTime` throws before anything is stored, and
-    /// what `FrameTimeToFps` throws for a mode whose limits are 0.
+    /// `FrameTimeAvrChecked` in frames per second, with the exceptions of `FpsToFrameTime` and (for a mode whose limits
+    /// are 0) `FrameTimeToFps`.
     std::int64_t FpsChecked(std::uint32_t fps);
     /// `FrameTimeAvrChecked` in frames per 1000 seconds, with the exceptions of `FPpsX1000ToFrameTime` and
     /// `FrameTimeToFpms`.
@@ -72,6 +72,11 @@ public:
     bool AOI(RECT area);
 
 private:
+    [[nodiscard]] const VIDEO_STREAM_CONFIG_CAPS& Caps(const Accessor& accessor) const;
+    [[nodiscard]] AxisLimits Horizontal() const;
+    [[nodiscard]] AxisLimits Vertical() const;
+    [[nodiscard]] REFERENCE_TIME FittedFrameTime(REFERENCE_TIME t) const;
+
     VIDEO_STREAM_CONFIG_CAPS m_caps{};
 };
 

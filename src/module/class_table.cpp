@@ -6,6 +6,7 @@
 
 #include "driver/property_set.h"
 #include "pages/exposure_page.h"
+#include "pages/format_page.h"
 
 namespace kolmfluxor {
 namespace {
@@ -24,7 +25,9 @@ constexpr CFactoryTemplate kClasses[] = {
     {.name = L"KolmFluxorPropertyPageTrigger", .classId = &CLSID_KolmFluxorPage_Trigger, .create = CreateNothing},
     {.name = L"KolmStillImage", .classId = &CLSID_KolmStillImage, .create = CreateNothing},
     {.name = L"KolmFluxorPropertyPageInfo", .classId = &CLSID_KolmFluxorPage_Info, .create = CreateNothing},
-    {.name = L"KolmFluxorPropertyPageFormat", .classId = &CLSID_KolmFluxorPage_Format, .create = CreateNothing},
+    {.name = L"KolmFluxorPropertyPageFormat",
+     .classId = &CLSID_KolmFluxorPage_Format,
+     .create = CKolmFluxorPage_Format::CreateInstance},
     {.name = L"KolmFluxorPropertyPageExposure",
      .classId = &CLSID_KolmFluxorPage_Exposure,
      .create = CKolmFluxorPage_Exposure::CreateInstance},

@@ -26,7 +26,7 @@ const ClassRow kClasses[] = {
     {"CKolmFluxorPage_Trigger", CLSID_KolmFluxorPage_Trigger, false},
     {"CKolmStillImage", CLSID_KolmStillImage, false},
     {"CKolmFluxorPage_Info", CLSID_KolmFluxorPage_Info, false},
-    {"CKolmFluxorPage_Format", CLSID_KolmFluxorPage_Format, false},
+    {"CKolmFluxorPage_Format", CLSID_KolmFluxorPage_Format, true},
     {"CKolmFluxorPage_Exposure", CLSID_KolmFluxorPage_Exposure, true},
     {"CKolmFluxorPage_DirectAccess", CLSID_KolmFluxorPage_DirectAccess, false},
     {"CKolmFluxorPage_Smart01", CLSID_KolmFluxorPage_Smart01, false},

@@ -26,9 +26,20 @@ public:
     /// How often the device handle was asked for.
     [[nodiscard]] int HandleCalls() const { return m_ksObject.calls; }
 
+    /// Answers queries for one more interface with `object`, which has counts of its own; null takes it away.
+    void Offer(REFIID riid, IUnknown* object) {
+        m_offeredId = riid;
+        m_offered = object;
+    }
+
 protected:
     HRESULT QueryOwn(REFIID riid, void** out) override {
         *out = nullptr;
+        if (m_offered != nullptr && riid == m_offeredId) {
+            m_offered->AddRef();
+            *out = m_offered;
+            return S_OK;
+        }
         if (riid != __uuidof(IKsObject)) return E_NOINTERFACE;
         AddReference();
         *out = static_cast<IKsObject*>(&m_ksObject);
@@ -57,6 +68,8 @@ private:
     };
 
     CKsObject m_ksObject;
+    IID m_offeredId{};
+    IUnknown* m_offered = nullptr;
 };
 
 /// A simulated camera, a filter for it, and the property-set object in that filter.

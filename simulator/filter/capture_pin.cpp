@@ -24,20 +24,6 @@ bool IsPaced() {
            value[0] == L'1';
 }
 
-StreamSetup MakeSetup(ISimulatedCamera* camera, const AM_MEDIA_TYPE& type) {
-    const VIDEOINFOHEADER* video = VideoInfo(type);
-    const BITMAPINFOHEADER& bitmap = video->bmiHeader;
-    StreamSetup setup{};
-    setup.camera = camera;
-    setup.frame.compression = bitmap.biCompression;
-    setup.frame.bitsPerPixel = bitmap.biBitCount;
-    setup.frame.width = static_cast<std::uint32_t>(bitmap.biWidth);
-    setup.frame.height = static_cast<std::uint32_t>(bitmap.biHeight);
-    setup.frame.sizeBytes = bitmap.biSizeImage;
-    setup.pauseMs = IsPaced() ? static_cast<DWORD>(video->AvgTimePerFrame / 10'000) : 0;
-    return setup;
-}
-
 }  // namespace
 
 CCapturePin::CCapturePin(IPinHost& host) : m_host(host) {}
@@ -46,11 +32,19 @@ HRESULT CCapturePin::Activate() {
     if (m_peer == nullptr || m_thread != nullptr) {
         return S_OK;
     }
+    if (const HRESULT hr = PrepareCamera(); FAILED(hr)) {
+        return hr;
+    }
     if (const HRESULT hr = m_allocator->Commit(); FAILED(hr)) {
         return hr;
     }
     const HRESULT hr = kolmfluxor::AtBoundary([&] {
-        StreamSetup setup = MakeSetup(m_host.Camera(), m_connectionType.Get());
+        StreamSetup setup{};
+        setup.camera = m_host.Camera();
+        setup.format = m_connected.video;
+        setup.picture.topDown = m_connected.topDown;
+        setup.picture.sizeBytes = m_connectionType.Get().lSampleSize;
+        setup.paceTime = IsPaced() ? PresentFormat().video.frameTime : 0;
         setup.allocator = m_allocator;
         setup.receiver = m_receiver;
         m_thread = std::make_unique<StreamThread>(std::move(setup));
@@ -64,6 +58,7 @@ HRESULT CCapturePin::Activate() {
 
 void CCapturePin::SetRunning(bool running) {
     if (m_thread != nullptr) {
+        m_host.Camera()->SetStreaming(running);
         m_thread->SetRunning(running);
     }
 }
@@ -72,6 +67,7 @@ void CCapturePin::Deactivate() {
     if (m_thread != nullptr) {
         m_allocator->Decommit();
         m_thread.reset();
+        m_host.Camera()->SetStreaming(false);
     }
 }
 
@@ -101,17 +97,6 @@ ULONG CCapturePin::Release() {
     return m_host.Filter()->Release();
 }
 
-std::vector<MediaType> CCapturePin::OfferedTypes() const {
-    if (m_format) {
-        return {*m_format};
-    }
-    std::vector<MediaType> types;
-    for (const VideoMode& mode : VideoModes()) {
-        types.push_back(MakeMediaType(mode));
-    }
-    return types;
-}
-
 bool CCapturePin::Meets(const AM_MEDIA_TYPE& offered, const AM_MEDIA_TYPE* asked) {
     const auto meets = [](const GUID& has, const GUID& wants) { return wants == GUID_NULL || wants == has; };
     return asked == nullptr || (meets(offered.majortype, asked->majortype) && meets(offered.subtype, asked->subtype) &&
@@ -130,14 +115,13 @@ HRESULT CCapturePin::Connect(IPin* receiver, const AM_MEDIA_TYPE* type) {
         return VFW_E_NOT_STOPPED;
     }
     return kolmfluxor::AtBoundary([&]() -> HRESULT {
-        if (type != nullptr && type->formattype != GUID_NULL && type->cbFormat != 0) {
-            const VideoMode* mode = FindVideoMode(*type);
-            return mode == nullptr ? VFW_E_TYPE_NOT_ACCEPTED
-                                   : TryConnect(receiver, MakeMediaType(*mode, VideoInfo(*type)->AvgTimePerFrame));
-        }
         HRESULT hr = VFW_E_NO_ACCEPTABLE_TYPES;
-        for (const MediaType& offered : OfferedTypes()) {
-            if (!Meets(offered.Get(), type)) {
+        if (type != nullptr && type->formattype != GUID_NULL && type->cbFormat != 0) {
+            const std::optional<StreamFormat> format = Accept(*type, &hr);
+            return format ? TryConnect(receiver, *format) : hr == VFW_E_INVALIDMEDIATYPE ? VFW_E_TYPE_NOT_ACCEPTED : hr;
+        }
+        for (const StreamFormat& offered : OfferedStreams()) {
+            if (!Meets(MakeMediaType(offered).Get(), type)) {
                 continue;
             }
             hr = TryConnect(receiver, offered);
@@ -149,27 +133,42 @@ HRESULT CCapturePin::Connect(IPin* receiver, const AM_MEDIA_TYPE* type) {
     });
 }
 
-HRESULT CCapturePin::TryConnect(IPin* receiver, const MediaType& type) {
+HRESULT CCapturePin::TryConnect(IPin* receiver, StreamFormat format) {
+    if (const HRESULT hr = m_host.Camera()->CheckVideoFormat(m_geometry, &format.video); FAILED(hr)) {
+        return hr;
+    }
     // The peer may ask for this pin's connection while it is being made.
     m_peer = receiver;
-    m_connectionType = type;
-    HRESULT hr = receiver->ReceiveConnection(this, &type.Get());
+    m_connectionType = MakeMediaType(format);
+    m_connected = format;
+    HRESULT hr = receiver->ReceiveConnection(this, &m_connectionType.Get());
     if (SUCCEEDED(hr)) {
         hr = FAILED(m_peer.As(&m_receiver)) ? VFW_E_NO_TRANSPORT : S_OK;
         if (SUCCEEDED(hr)) {
-            hr = AgreeOnAllocator(m_receiver.Get(), static_cast<LONG>(type.Get().lSampleSize), &m_allocator);
+            const auto bytes = static_cast<LONG>(m_connectionType.Get().lSampleSize);
+            hr = AgreeOnAllocator(m_receiver.Get(), bytes, &m_allocator);
+        }
+        if (SUCCEEDED(hr)) {
+            hr = m_host.Camera()->SetVideoFormat(m_geometry, &format.video);
         }
         if (FAILED(hr)) {
             receiver->Disconnect();
         }
     }
     if (FAILED(hr)) {
-        m_peer.Reset();
-        m_receiver.Reset();
-        m_allocator.Reset();
-        m_connectionType = MediaType();
+        Forget();
+    } else {
+        m_topDown = format.topDown;
     }
     return hr;
+}
+
+void CCapturePin::Forget() {
+    m_receiver.Reset();
+    m_allocator.Reset();
+    m_connectionType = MediaType();
+    m_connected = {};
+    m_peer.Reset();
 }
 
 HRESULT CCapturePin::ReceiveConnection(IPin*, const AM_MEDIA_TYPE*) {
@@ -184,10 +183,7 @@ HRESULT CCapturePin::Disconnect() {
     if (m_peer == nullptr) {
         return S_FALSE;
     }
-    m_receiver.Reset();
-    m_allocator.Reset();
-    m_connectionType = MediaType();
-    m_peer.Reset();
+    Forget();
     return S_OK;
 }
 
@@ -206,7 +202,10 @@ HRESULT CCapturePin::ConnectionMediaType(AM_MEDIA_TYPE* type) {
     }
     *type = {};
     const std::scoped_lock lock(m_host.Lock());
-    return m_peer != nullptr ? m_connectionType.CopyTo(type) : VFW_E_NOT_CONNECTED;
+    if (m_peer == nullptr) {
+        return VFW_E_NOT_CONNECTED;
+    }
+    return m_connectionType.CopyTo(type);
 }
 
 HRESULT CCapturePin::QueryPinInfo(PIN_INFO* info) {
@@ -246,7 +245,10 @@ HRESULT CCapturePin::QueryAccept(const AM_MEDIA_TYPE* type) {
     if (type == nullptr) {
         return E_POINTER;
     }
-    return FindVideoMode(*type) != nullptr ? S_OK : S_FALSE;
+    return kolmfluxor::AtBoundary([&] {
+        HRESULT hr = S_OK;
+        return Accept(*type, &hr) ? S_OK : S_FALSE;
+    });
 }
 
 HRESULT CCapturePin::EnumMediaTypes(IEnumMediaTypes** out) {
@@ -256,7 +258,11 @@ HRESULT CCapturePin::EnumMediaTypes(IEnumMediaTypes** out) {
     *out = nullptr;
     const std::scoped_lock lock(m_host.Lock());
     return kolmfluxor::AtBoundary([&] {
-        auto* types = new CEnumMediaTypes(OfferedTypes());
+        std::vector<MediaType> list;
+        for (const StreamFormat& format : OfferedStreams()) {
+            list.push_back(MakeMediaType(format));
+        }
+        auto* types = new CEnumMediaTypes(std::move(list));
         types->AddRef();
         *out = types;
         return S_OK;

@@ -13,7 +13,7 @@
 
 #include "filter/media_type.h"
 #include "filter/stream_thread.h"
-#include "filter/video_modes.h"
+#include "filter/video_types.h"
 
 namespace kolmsim {
 
@@ -32,7 +32,8 @@ protected:
     ~IPinHost() = default;
 };
 
-/// Offers the camera's video modes and delivers its pictures. A part of the filter: its references count on the
+/// Offers the camera's video formats and delivers its pictures. An open pin keeps no format of its own: it is set to
+/// what the camera is set to. A part of the filter: its references count on the
 /// filter, its interfaces are its own. Any thread may call.
 class CCapturePin final : public IPin, public IAMStreamConfig, public IKsPropertySet {
 public:
@@ -83,23 +84,45 @@ public:
     HRESULT STDMETHODCALLTYPE QuerySupported(REFGUID set, DWORD id, DWORD* support) override;
 
 private:
-    /// The types that the pin offers now: the one chosen by SetFormat alone, else the usual type of each mode.
-    [[nodiscard]] std::vector<MediaType> OfferedTypes() const;
+    /// The camera's list of formats as it is now.
+    [[nodiscard]] std::vector<OfferedFormat> Offers();
 
-    /// Connects with one complete type; on failure the pin is open again.
-    HRESULT TryConnect(IPin* receiver, const MediaType& type);
+    /// What the pin is set to: the connection's format, otherwise the camera's. Where the camera is set to the same
+    /// layout, position and frame time are the camera's of this moment.
+    [[nodiscard]] StreamFormat PresentFormat();
+
+    /// The formats that the pin connects with: the one chosen by SetFormat alone, else the present one and then all.
+    [[nodiscard]] std::vector<StreamFormat> OfferedStreams();
+
+    /// The format that a media type asks for, as the camera takes it; nothing with a failure in `*hr`.
+    [[nodiscard]] std::optional<StreamFormat> Accept(const AM_MEDIA_TYPE& type, HRESULT* hr);
+
+    /// Connects with one format and sets the camera to it; on failure the pin is open again and the camera as it was.
+    HRESULT TryConnect(IPin* receiver, StreamFormat format);
+
+    /// Forgets the connection.
+    void Forget();
+
+    /// Connects anew with a format, and all that follows in the graph; on failure as it was before.
+    HRESULT Reconnect(const StreamFormat& format);
+
+    /// Makes sure that the camera is set to what was agreed with the next filter.
+    HRESULT PrepareCamera();
 
     /// Whether an offered type meets what the other side asks for; null fields of it ask for nothing.
     [[nodiscard]] static bool Meets(const AM_MEDIA_TYPE& offered, const AM_MEDIA_TYPE* asked);
 
     IPinHost& m_host;
-    std::optional<MediaType> m_format;  ///< chosen by SetFormat
+    bool m_chosen = false;   ///< SetFormat has chosen what the camera is set to
+    bool m_topDown = false;  ///< of uncompressed RGB, while the pin is open
+    Geometry m_geometry = Geometry::bySwitch;
 
     // While connected
     Microsoft::WRL::ComPtr<IPin> m_peer;
     Microsoft::WRL::ComPtr<IMemInputPin> m_receiver;
     Microsoft::WRL::ComPtr<IMemAllocator> m_allocator;
     MediaType m_connectionType;
+    StreamFormat m_connected;
 
     std::unique_ptr<StreamThread> m_thread;  ///< while paused or running
 };

@@ -1,13 +1,15 @@
 #include "filter/stream_thread.h"
 
+#include <algorithm>
+#include <ratio>
 #include <system_error>
 #include <utility>
 
 namespace kolmsim {
 namespace {
 
-/// How long to wait before looking again for a camera that gives no picture, an unplugged one for instance.
-constexpr DWORD kNoPictureMs = 20;
+/// How long to wait before looking again when the camera has no picture.
+constexpr DWORD kNoPictureMs = 5;
 
 kolmfluxor::UniqueHandle MakeEvent() {
     kolmfluxor::UniqueHandle event(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
@@ -53,29 +55,42 @@ bool StreamThread::DeliverOne() {
         return false;
     }
     BYTE* data = nullptr;
-    const auto bytes = static_cast<LONG>(m_setup.frame.sizeBytes);
+    const auto bytes = static_cast<LONG>(m_setup.picture.sizeBytes);
     if (sample->GetPointer(&data) != S_OK || sample->GetSize() < bytes) {
         return false;
     }
-    m_setup.frame.data = data;
-    if (!m_setup.camera->RenderFrame(m_setup.frame)) {
+    m_setup.picture.data = data;
+    if (!m_setup.camera->TakeStreamPicture(m_setup.format, m_setup.picture)) {
         sample.Reset();
         return ::WaitForSingleObject(m_stop.get(), kNoPictureMs) == WAIT_TIMEOUT;
     }
     sample->SetActualDataLength(bytes);
     sample->SetSyncPoint(TRUE);
     sample->SetPreroll(FALSE);
-    sample->SetDiscontinuity(m_setup.frame.number == 0);
+    sample->SetDiscontinuity(m_setup.picture.number == 0);
     sample->SetTime(nullptr, nullptr);
     sample->SetMediaTime(nullptr, nullptr);
-    ++m_setup.frame.number;
+    ++m_setup.picture.number;
 
     // S_FALSE asks for no more; a failure says that nobody takes the samples any longer.
     if (m_setup.receiver->Receive(sample.Get()) != S_OK) {
         return false;
     }
     sample.Reset();
-    return m_setup.pauseMs == 0 || ::WaitForSingleObject(m_stop.get(), m_setup.pauseMs) == WAIT_TIMEOUT;
+    return WaitForPace();
+}
+
+bool StreamThread::WaitForPace() {
+    using std::chrono::steady_clock;
+    if (m_setup.paceTime == 0) {
+        return true;
+    }
+    using FrameTicks = std::chrono::duration<LONGLONG, std::ratio<1, 10'000'000>>;
+    const auto now = steady_clock::now();
+    // A picture that came late delays all that follow: a camera does not catch up.
+    m_due = std::max(m_due, now - FrameTicks(m_setup.paceTime)) + FrameTicks(m_setup.paceTime);
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_due - now);
+    return left.count() <= 0 || ::WaitForSingleObject(m_stop.get(), static_cast<DWORD>(left.count())) == WAIT_TIMEOUT;
 }
 
 }  // namespace kolmsim

@@ -1,6 +1,7 @@
 #pragma once
 /// @file  The thread that draws pictures and hands them to the next filter.
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <thread>
@@ -20,14 +21,16 @@ struct StreamSetup {
     ISimulatedCamera* camera;  ///< outlives the thread
     Microsoft::WRL::ComPtr<IMemAllocator> allocator;
     Microsoft::WRL::ComPtr<IMemInputPin> receiver;
-    SimFrame frame;     ///< layout and size of the pictures; `number` and `data` are filled in here
-    DWORD pauseMs = 0;  ///< between two pictures; 0 for as fast as the graph takes them
+    VideoFormat format;     ///< of the pictures
+    SimPicture picture;     ///< `topDown` and `sizeBytes`; the rest is filled in here
+    LONGLONG paceTime = 0;  ///< from one picture to the next, in 100 ns units; 0 for as fast as the graph takes them
 };
 
 /// Delivers pictures while it is told to run, until the allocator is decommitted or the next filter takes no more.
 ///
-/// As from any live source, nothing is delivered while the filter is paused. Samples carry no time stamps: they are to
-/// be shown as they come. The picture number starts at 0.
+/// As from any live source, nothing is delivered while the filter is paused, and nothing while the camera has no
+/// picture for the stream: unplugged, set to another format, or waiting for a trigger. Samples carry no time stamps:
+/// they are to be shown as they come. The picture number starts at 0.
 class StreamThread {
 public:
     explicit StreamThread(StreamSetup setup);
@@ -48,8 +51,12 @@ private:
     /// Draws and delivers one picture; false when the stream is over.
     [[nodiscard]] bool DeliverOne();
 
+    /// Waits until the next picture is due; false when the stream is over.
+    [[nodiscard]] bool WaitForPace();
+
     StreamSetup m_setup;
-    kolmfluxor::UniqueHandle m_stop;  ///< manual-reset events
+    std::chrono::steady_clock::time_point m_due{};  ///< when the next picture may come
+    kolmfluxor::UniqueHandle m_stop;                ///< manual-reset events
     kolmfluxor::UniqueHandle m_run;
     std::thread m_thread;
 };

@@ -10,28 +10,6 @@
 namespace kolmsim {
 namespace {
 
-/// How a picture's layout is named in a bitmap header.
-struct Layout {
-    std::uint32_t compression;
-    std::uint32_t bitsPerPixel;
-    PixelFormat format;
-};
-
-constexpr Layout kLayouts[] = {
-    {.compression = 0x30303859, .bitsPerPixel = 8, .format = PixelFormat::mono8},  // Y800
-    {.compression = 0x59565955, .bitsPerPixel = 16, .format = PixelFormat::uyvy},  // UYVY
-    {.compression = BI_RGB, .bitsPerPixel = 24, .format = PixelFormat::bgr24},
-};
-
-std::optional<PixelFormat> FormatOf(const SimFrame& frame) {
-    for (const Layout& layout : kLayouts) {
-        if (layout.compression == frame.compression && layout.bitsPerPixel == frame.bitsPerPixel) {
-            return layout.format;
-        }
-    }
-    return std::nullopt;
-}
-
 void Shape(std::span<const SimFault> faults, std::vector<std::uint8_t>& answer, std::size_t* answeredBytes,
            HRESULT* result) {
     for (const SimFault& fault : faults) {
@@ -78,8 +56,7 @@ bool SimulatedCamera::ReachesCamera(std::span<const SimFault> faults, HRESULT* c
         }
     }
     *code = HResultOf(Status::deviceNotConnected);
-    const std::scoped_lock lock(m_lock);
-    return m_plugged;
+    return IsPlugged();
 }
 
 Status SimulatedCamera::AnswerInPlace(std::span<const SimFault> faults, std::span<std::uint8_t> record,
@@ -164,6 +141,11 @@ void SimulatedCamera::ClearFaults() {
     m_faults.Clear();
 }
 
+bool SimulatedCamera::IsPlugged() {
+    const std::scoped_lock lock(m_lock);
+    return m_plugged;
+}
+
 void SimulatedCamera::Plug(bool plugged) {
     const std::scoped_lock lock(m_lock);
     m_plugged = plugged;
@@ -218,34 +200,6 @@ void SimulatedCamera::SetWriteHook(SimWriteHook hook, void* context) {
 void SimulatedCamera::Reset() {
     const StateStorage::Access access(*m_storage);
     ResetState(access.State(), m_variant);
-}
-
-bool SimulatedCamera::RenderFrame(const SimFrame& frame) {
-    const auto format = FormatOf(frame);
-    if (!format || frame.data == nullptr || !FrameRenderer::IsDrawable(frame.width, frame.height) ||
-        frame.sizeBytes == 0 || frame.sizeBytes != PictureBytes(*format, frame.width, frame.height)) {
-        return false;
-    }
-    std::shared_ptr<const FrameRenderer> renderer;
-    {
-        const std::scoped_lock lock(m_lock);
-        if (!m_plugged) {
-            return false;
-        }
-        renderer = m_renderer;
-    }
-    if (renderer == nullptr || renderer->Width() != frame.width || renderer->Height() != frame.height) {
-        renderer = std::make_shared<const FrameRenderer>(frame.width, frame.height);
-        const std::scoped_lock lock(m_lock);
-        m_renderer = renderer;
-    }
-    const RenderSettings settings = [this] {
-        const StateStorage::Access access(*m_storage);
-        Camera camera(access.State());
-        camera.CountPicture();
-        return camera.PictureSettings();
-    }();
-    return renderer->Render(settings, *format, frame.number, std::span(frame.data, frame.sizeBytes));
 }
 
 void SimulatedCamera::Close() {

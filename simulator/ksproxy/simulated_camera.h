@@ -12,6 +12,7 @@
 #include "ksproxy/simulator_control.h"
 #include "ksproxy/state_storage.h"
 #include "model/frame_renderer.h"
+#include "model/render_settings.h"
 #include "model/status.h"
 
 namespace kolmsim {
@@ -50,6 +51,14 @@ public:
     void SetWriteHook(SimWriteHook hook, void* context) override;
     void Reset() override;
     bool RenderFrame(const SimFrame& frame) override;
+    bool OfferedVideoFormat(std::size_t index, OfferedFormat* format) override;
+    bool CurrentVideoFormat(VideoFormat* format) override;
+    HRESULT CheckVideoFormat(Geometry geometry, VideoFormat* wanted) override;
+    HRESULT SetVideoFormat(Geometry geometry, VideoFormat* wanted) override;
+    void SetStreaming(bool on) override;
+    bool TakeStreamPicture(const VideoFormat& stream, const SimPicture& picture) override;
+    bool PulseTriggerInput() override;
+    std::size_t PictureBytes(const VideoFormat& format) override;
     void Close() override;
 
 private:
@@ -59,6 +68,11 @@ private:
     /// Lets the camera answer in place, or a fault in its place; `*objection` says which rule the record breaks.
     [[nodiscard]] Status AnswerInPlace(std::span<const SimFault> faults, std::span<std::uint8_t> record,
                                        const char** objection);
+
+    [[nodiscard]] bool IsPlugged();
+
+    /// The renderer of a scene of this drawable size; made anew only when the size changes.
+    [[nodiscard]] std::shared_ptr<const FrameRenderer> RendererFor(std::uint32_t width, std::uint32_t height);
 
     const std::unique_ptr<StateStorage> m_storage;
     const kolmfluxor::UniqueHandle m_handle;

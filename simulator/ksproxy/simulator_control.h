@@ -10,6 +10,8 @@
 
 #include <windows.h>
 
+#include "model/video_format.h"  // portable data alone
+
 namespace kolmsim {
 
 /// Matches every property id in a SimFault.
@@ -58,7 +60,15 @@ struct SimFault {
     std::uint32_t milliseconds = 0;  ///< for delay
 };
 
-/// A picture to be drawn.
+/// Room for one picture of a stream.
+struct SimPicture {
+    bool topDown;          ///< the first row of an uncompressed RGB picture is its top; all others are top-down anyhow
+    std::uint64_t number;  ///< position of what moves in the scene
+    std::uint8_t* data;
+    std::size_t sizeBytes;  ///< exactly the size of such a picture
+};
+
+/// A picture to be drawn, whole.
 struct SimFrame {
     std::uint32_t compression;  ///< as in biCompression: a FOURCC such as 'Y800', or BI_RGB
     std::uint32_t bitsPerPixel;
@@ -128,11 +138,41 @@ struct ISimulatedCamera {
     /// Puts every setting back to the factory's.
     virtual void Reset() = 0;
 
-    /// Draws what the camera sees with its current settings, and counts the picture: 'Y800' with 8 bits per pixel,
-    /// 'UYVY' with 16, BI_RGB with 24 (bottom-up).
+    /// Draws what the camera sees with its current settings, and counts the picture: 'Y800' or 'ARW8' with 8 bits per
+    /// pixel, 'AY16' or 'UYVY' with 16, 'Y411' with 12, BI_RGB with 24 (bottom-up). Neither stream nor trigger matter.
     ///
     /// @return  false when the camera is unplugged, does not know the layout, or `sizeBytes` does not fit it
     virtual bool RenderFrame(const SimFrame& frame) = 0;
+
+    /// An entry of the list of video formats, in the order in which a capture pin offers them; false beyond its end.
+    virtual bool OfferedVideoFormat(std::size_t index, OfferedFormat* format) = 0;
+
+    /// The video format that the camera is set to; false in a mode that it lacks.
+    virtual bool CurrentVideoFormat(VideoFormat* format) = 0;
+
+    /// Whether the camera can be set to a format, as CheckFormat says; nothing is logged, as below.
+    ///
+    /// @return  S_OK; 0x80070057 for what it does not offer, 0x800705AA where the bus is too slow for it, 0x8007048F
+    ///          for a camera that is unplugged
+    virtual HRESULT CheckVideoFormat(Geometry geometry, VideoFormat* wanted) = 0;
+
+    /// Sets the camera to a format, as ApplyFormat says; same results.
+    virtual HRESULT SetVideoFormat(Geometry geometry, VideoFormat* wanted) = 0;
+
+    /// Switches the camera's isochronous transmission.
+    virtual void SetStreaming(bool on) = 0;
+
+    /// Takes the next picture of a stream, drawn with the settings of this moment.
+    ///
+    /// @return  false when there is none now (the camera is unplugged, does not stream, is set to another layout, or
+    ///          waits for a trigger), or when `sizeBytes` does not fit
+    virtual bool TakeStreamPicture(const VideoFormat& stream, const SimPicture& picture) = 0;
+
+    /// A pulse at the camera's trigger input; false while the trigger is off.
+    virtual bool PulseTriggerInput() = 0;
+
+    /// How many bytes a picture of a format takes; 0 where there is no such picture.
+    virtual std::size_t PictureBytes(const VideoFormat& format) = 0;
 
     /// Destroys the camera object. A state file keeps the settings.
     virtual void Close() = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <optional>
 #include <string_view>
 
 #include "model/bits.h"
@@ -10,13 +11,11 @@
 #include "model/register_map.h"
 #include "model/register_memory.h"
 #include "model/register_table.h"
+#include "model/video_format.h"
 #include "model/video_mode.h"
 
 namespace kolmsim {
 namespace {
-
-constexpr std::uint32_t kFixedWidth = 640;
-constexpr std::uint32_t kFixedHeight = 480;
 
 bool IsColor(const CameraState& state) {
     return state.variant == static_cast<std::uint32_t>(Variant::color);
@@ -70,9 +69,9 @@ Status AnswerModeFigures(CameraState& state, Record record) {
         return Status::invalidParameter;
     }
     const CurrentMode mode = ReadCurrentMode(state);
-    const bool scalable = mode.format == 7 && IsOffered(state, mode);
-    const std::uint32_t width = scalable ? state.format7[mode.mode].width : kFixedWidth;
-    const std::uint32_t height = scalable ? state.format7[mode.mode].height : kFixedHeight;
+    const std::optional<VideoFormat> format = CurrentFormat(state);
+    const std::uint32_t width = format ? format->width : 0;
+    const std::uint32_t height = format ? format->height : 0;
     const std::uint32_t bits = BitsPerPixel(state, mode);
     const std::uint32_t packet = PacketBytes(state, mode);
     const std::uint64_t frameBytes = std::uint64_t{width} * height * bits / 8;

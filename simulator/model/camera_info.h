@@ -16,7 +16,7 @@ inline constexpr std::size_t kProperty10Bytes = 840;
 [[nodiscard]] Status AnswerCameraInfo(CameraState& state, Record record);
 
 /// Id 10, GET only: count of figures at 24; width, height, bits per pixel, bytes per packet, packets per frame and
-/// pixels of the current mode from 612 on.
+/// pixels of the current mode from 612 on, all 0 in a mode that the camera lacks.
 [[nodiscard]] Status AnswerModeFigures(CameraState& state, Record record);
 
 /// Id 12, a 32-byte record, GET only: current frame rate index, format and mode in one byte each at 28, mode lowest.

@@ -18,7 +18,7 @@ inline constexpr std::size_t kPropertyIds = 66;
 /// Size of the memory window through which blocks are transferred, in bytes.
 inline constexpr std::size_t kGpBufferBytes = 2048;
 
-/// Highest block of shading data that the camera keeps, in bytes: one byte per pixel of its sensor.
+/// Highest block of shading data that the camera keeps, in bytes: one byte for 2 x 2 pixels of its sensor.
 inline constexpr std::size_t kShadingBytes = 640 * 480;
 
 /// One property with a 64-byte record: the record's words as the camera would answer them, and what moves them.
@@ -44,7 +44,7 @@ struct RegisterCell {
 inline constexpr std::size_t kRegisterCells = 512;
 
 /// How many scalable video modes (IIDC Format 7) the camera has.
-inline constexpr std::size_t kFormat7Modes = 3;
+inline constexpr std::size_t kFormat7Modes = 8;
 
 /// What can be set of one scalable video mode.
 struct Format7State {
@@ -85,11 +85,12 @@ struct CameraState {
 
     std::array<Format7State, kFormat7Modes> format7;
     std::uint32_t selectedFormat7Mode;  ///< the driver's own choice; the camera's is in its registers
+    std::uint32_t triggeredPictures;    ///< pictures that triggers asked for and that are still to be taken
 
     WindowState window;
     std::array<std::uint8_t, kGpBufferBytes> gpBuffer;                     ///< from 0xF1001000
     std::array<std::array<std::uint8_t, kLutBytes>, kLutCount> lutMemory;  ///< 16-bit values, big-endian
-    std::array<std::uint8_t, kShadingBytes> shadingMemory;                 ///< one byte per pixel
+    std::array<std::uint8_t, kShadingBytes> shadingMemory;                 ///< one byte for 2 x 2 pixels
 };
 
 static_assert(std::is_trivially_copyable_v<CameraState>);
@@ -98,7 +99,7 @@ static_assert(std::is_standard_layout_v<CameraState>);
 inline constexpr std::uint32_t kStateMagic = 0x4D53464B;  // "KFSM"
 
 /// Changes whenever the layout of CameraState or the meaning of a part of it does.
-inline constexpr std::uint32_t kStateVersion = 2;
+inline constexpr std::uint32_t kStateVersion = 3;
 
 /// Puts a camera into the state in which it leaves the factory, whatever was there before.
 void ResetState(CameraState& state, Variant variant);

@@ -4,6 +4,7 @@
 
 #include "model/correction.h"
 #include "model/feature_coupling.h"
+#include "model/video_mode.h"
 
 namespace kolmsim {
 namespace {
@@ -59,6 +60,9 @@ Status SetFeature(CameraState& state, const FeatureRow& row, std::uint32_t value
     const bool isMode = std::has_single_bit(mode) && (mode & property.At(kOffsetModeCaps)) != 0;
     if (mode != 0 && !isMode && !isCommand) {
         return Status::invalidParameter;
+    }
+    if (IsIsoSetting(row.id) && IsStreaming(state)) {
+        return Status::busy;
     }
     property.At(kOffsetValue) = value;
     if (isCommand) {

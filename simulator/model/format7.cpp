@@ -2,40 +2,62 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
+
+#include "model/color_coding.h"
 
 namespace kolmsim {
 namespace {
 
+constexpr std::uint32_t kMono = CodingBit(kMono8) | CodingBit(kMono16);
+constexpr std::uint32_t kYuv = kMono | CodingBit(kYuv422);
+constexpr std::uint32_t kColors = kYuv | CodingBit(kYuv411) | CodingBit(kRgb8);
+constexpr std::uint32_t kRaw = CodingBit(kRaw8);
+
+/// A sensor of 1280 x 960 pixels: 1 to 4 put pixels together (2 x 1, 1 x 2, 2 x 2, 4 x 4), 5 goes in coarse steps, 6
+/// leaves out each second pixel and line, 7 is the middle of the sensor.
+// clang-format off
 constexpr std::array<Format7Limits, kFormat7Modes> kLimits = {{
-    {.maxWidth = 640, .maxHeight = 480, .unitWidth = 8, .unitHeight = 2, .unitLeft = 4, .unitTop = 2},
-    {.maxWidth = 320, .maxHeight = 240, .unitWidth = 4, .unitHeight = 2, .unitLeft = 2, .unitTop = 1},  // 2 x 2 pixels
-    {.maxWidth = 640, .maxHeight = 240, .unitWidth = 8, .unitHeight = 1, .unitLeft = 8, .unitTop = 1},  // 2 lines
+    {.maxWidth = 1280, .maxHeight = 960, .unitWidth =  8, .unitHeight =  2, .unitLeft =  4, .unitTop = 2, .codings = kColors | kRaw},
+    {.maxWidth =  640, .maxHeight = 960, .unitWidth =  8, .unitHeight =  2, .unitLeft =  2, .unitTop = 2, .codings = kYuv},
+    {.maxWidth = 1280, .maxHeight = 480, .unitWidth =  8, .unitHeight =  1, .unitLeft =  8, .unitTop = 1, .codings = kYuv},
+    {.maxWidth =  640, .maxHeight = 480, .unitWidth =  4, .unitHeight =  2, .unitLeft =  4, .unitTop = 1, .codings = kColors},
+    {.maxWidth =  320, .maxHeight = 240, .unitWidth =  4, .unitHeight =  1, .unitLeft =  2, .unitTop = 1, .codings = kYuv | CodingBit(kRgb8)},
+    {.maxWidth = 1280, .maxHeight = 960, .unitWidth = 32, .unitHeight = 16, .unitLeft = 16, .unitTop = 8, .codings = kMono | kRaw},
+    {.maxWidth =  640, .maxHeight = 480, .unitWidth = 16, .unitHeight =  4, .unitLeft =  8, .unitTop = 4, .codings = kMono | CodingBit(kYuv411)},
+    {.maxWidth = 1024, .maxHeight = 768, .unitWidth =  2, .unitHeight =  2, .unitLeft =  2, .unitTop = 2, .codings = kYuv | kRaw},
 }};
+// clang-format on
 
-struct Coding {
-    std::uint32_t id;
-    std::uint32_t bitsPerPixel;
-    std::uint32_t dataDepth;
-};
+/// A part of a picture shows the same bytes as the whole one, and each picture has as many bytes as pixels x bits / 8:
+/// groups of pixels that share chroma or a place in the filter are never torn, and rows need no padding.
+consteval bool WellFormed(const Format7Limits& limits) {
+    const auto divides = [&](std::uint32_t coding, std::uint32_t pixels) {
+        return !HasCoding(limits.codings, coding) || (limits.unitWidth % pixels == 0 && limits.unitLeft % pixels == 0);
+    };
+    const bool filter = !HasCoding(limits.codings, kRaw8) || limits.unitTop % 2 == 0;
+    const bool padding = !HasCoding(limits.codings, kRgb8) || limits.unitWidth % 4 == 0;
+    return divides(kYuv411, 4) && divides(kYuv422, 2) && divides(kRaw8, 2) && filter && padding &&
+           HasCoding(limits.codings, kMono8) && limits.maxWidth % limits.unitWidth == 0 &&
+           limits.maxHeight % limits.unitHeight == 0;
+}
+consteval bool WellFormed() {
+    for (const Format7Limits& limits : kLimits) {
+        if (!WellFormed(limits)) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(WellFormed());
 
-constexpr std::uint32_t kMono8 = 0;
-constexpr std::uint32_t kYuv422 = 2;
-constexpr std::uint32_t kRgb8 = 4;
-constexpr std::uint32_t kMono16 = 5;
-constexpr std::uint32_t kRaw8 = 9;
+std::uint32_t DividedUp(std::uint64_t number, std::uint32_t by) {
+    return static_cast<std::uint32_t>((number + by - 1) / by);
+}
 
-constexpr Coding kCodings[] = {
-    {.id = kMono8, .bitsPerPixel = 8, .dataDepth = 8}, {.id = kYuv422, .bitsPerPixel = 16, .dataDepth = 8},
-    {.id = kRgb8, .bitsPerPixel = 24, .dataDepth = 8}, {.id = kMono16, .bitsPerPixel = 16, .dataDepth = 12},
-    {.id = kRaw8, .bitsPerPixel = 8, .dataDepth = 8},
-};
-constexpr std::uint32_t kMonoCodings[] = {kMono8, kMono16};
-constexpr std::uint32_t kColorCodings[] = {kMono8, kYuv422, kRgb8, kRaw8};
-
-const Coding* FindCoding(std::uint32_t id) {
-    const auto found = std::ranges::find(kCodings, id, &Coding::id);
-    return found != std::end(kCodings) ? found : nullptr;
+/// A size of packets in whole units, up to the largest, with which a frame takes at most so many.
+std::uint32_t PacketBytesForCount(const Format7State& mode, std::uint32_t packets) {
+    const std::uint32_t units = DividedUp(DividedUp(Format7FrameBytes(mode), packets), kPacketUnitBytes);
+    return std::clamp(units * kPacketUnitBytes, kPacketUnitBytes, kLargestPacketBytes);
 }
 
 /// A size inside 1 unit to `max`, in whole units.
@@ -53,21 +75,27 @@ const Format7Limits& Format7LimitsOf(std::uint32_t mode) {
     return kLimits[mode];
 }
 
-std::span<const std::uint32_t> ColorCodings(Variant variant) {
-    return variant == Variant::color ? std::span<const std::uint32_t>(kColorCodings) : kMonoCodings;
+std::uint32_t CodingSet(std::uint32_t mode, Variant variant) {
+    return kLimits[mode].codings & CodingsOf(variant);
 }
 
-std::uint32_t ColorCodingBits(std::uint32_t colorCoding) {
-    const Coding* coding = FindCoding(colorCoding);
-    return coding != nullptr ? coding->bitsPerPixel : 0;
+std::vector<std::uint32_t> ColorCodings(std::uint32_t mode, Variant variant) {
+    std::vector<std::uint32_t> ids;
+    for (const ColorCoding& coding : AllColorCodings()) {
+        if (HasCoding(CodingSet(mode, variant), coding.id)) {
+            ids.push_back(coding.id);
+        }
+    }
+    return ids;
 }
 
 std::uint32_t Format7BitsPerPixel(const Format7State& mode) {
-    return ColorCodingBits(mode.colorCoding);
+    const ColorCoding* coding = FindColorCoding(mode.colorCoding);
+    return coding != nullptr ? coding->bitsPerPixel : 0;
 }
 
 std::uint32_t Format7DataDepth(const Format7State& mode) {
-    const Coding* coding = FindCoding(mode.colorCoding);
+    const ColorCoding* coding = FindColorCoding(mode.colorCoding);
     return coding != nullptr ? coding->dataDepth : 0;
 }
 
@@ -76,17 +104,22 @@ std::uint64_t Format7FrameBytes(const Format7State& mode) {
 }
 
 std::uint32_t RecommendedPacketBytes(const Format7State& mode) {
-    constexpr std::uint64_t kPacketsAt30Fps = 8000 / 30;  // one packet each 125 us
-    const std::uint64_t exact = (Format7FrameBytes(mode) + kPacketsAt30Fps - 1) / kPacketsAt30Fps;
-    const std::uint64_t whole = (exact + kPacketUnitBytes - 1) / kPacketUnitBytes * kPacketUnitBytes;
-    return static_cast<std::uint32_t>(std::clamp<std::uint64_t>(whole, kPacketUnitBytes, kLargestPacketBytes));
+    constexpr std::uint32_t kPacketsAt30Fps = 8000 / 30;
+    return PacketBytesForCount(mode, kPacketsAt30Fps);
+}
+
+std::uint32_t PacketBytesFor(const Format7State& mode, std::int64_t frameTime) {
+    const std::int64_t packets = std::clamp<std::int64_t>(frameTime / kPacketTime, 1, kMostPackets);
+    return PacketBytesForCount(mode, static_cast<std::uint32_t>(packets));
 }
 
 std::uint32_t PacketsPerFrame(const Format7State& mode) {
-    if (mode.bytesPerPacket == 0) {
-        return 0;
-    }
-    return static_cast<std::uint32_t>((Format7FrameBytes(mode) + mode.bytesPerPacket - 1) / mode.bytesPerPacket);
+    return mode.bytesPerPacket != 0 ? DividedUp(Format7FrameBytes(mode), mode.bytesPerPacket) : 0;
+}
+
+std::int64_t Format7FrameTime(const Format7State& mode) {
+    const std::int64_t time = PacketsPerFrame(mode) * kPacketTime;
+    return time != 0 ? std::max(time, kShortestFrameTime) : 0;
 }
 
 bool IsPossible(const Format7State& wanted, std::uint32_t mode, Variant variant) {
@@ -98,17 +131,17 @@ bool IsPossible(const Format7State& wanted, std::uint32_t mode, Variant variant)
 
 Format7State Nearest(const Format7State& wanted, std::uint32_t mode, Variant variant) {
     const Format7Limits& limits = kLimits[mode];
-    const std::span<const std::uint32_t> codings = ColorCodings(variant);
+    const std::uint32_t codings = CodingSet(mode, variant);
     Format7State fitted{};
     fitted.width = FitSize(wanted.width, limits.unitWidth, limits.maxWidth);
     fitted.height = FitSize(wanted.height, limits.unitHeight, limits.maxHeight);
     fitted.left = FitPosition(wanted.left, limits.unitLeft, limits.maxWidth - fitted.width);
     fitted.top = FitPosition(wanted.top, limits.unitTop, limits.maxHeight - fitted.height);
-    const bool offered = std::ranges::find(codings, wanted.colorCoding) != codings.end();
-    fitted.colorCoding = offered ? wanted.colorCoding : codings.front();
-    fitted.bytesPerPacket = wanted.bytesPerPacket == 0
-                                ? RecommendedPacketBytes(fitted)
-                                : FitSize(wanted.bytesPerPacket, kPacketUnitBytes, kLargestPacketBytes);
+    fitted.colorCoding = HasCoding(codings, wanted.colorCoding) ? wanted.colorCoding : kMono8;
+    const std::uint32_t asked = wanted.bytesPerPacket == 0
+                                    ? RecommendedPacketBytes(fitted)
+                                    : FitSize(wanted.bytesPerPacket, kPacketUnitBytes, kLargestPacketBytes);
+    fitted.bytesPerPacket = std::max(asked, PacketBytesForCount(fitted, kMostPackets));
     return fitted;
 }
 

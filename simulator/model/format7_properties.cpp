@@ -98,13 +98,14 @@ Status AnswerFormat7Info(CameraState& state, Record record) {
 
 Status AnswerFormat7Coding(CameraState& state, Record record) {
     Format7State& settings = state.format7[Selected(state)];
-    const auto codings = ColorCodings(VariantOf(state));
+    const auto codings = ColorCodings(Selected(state), VariantOf(state));
     if (record.IsSet()) {
         const std::uint32_t index = record.Word(kCodingIndex);
         if (index >= codings.size()) {
             return Status::invalidParameter;
         }
         settings.colorCoding = codings[index];
+        settings = Nearest(settings, Selected(state), VariantOf(state));  // packets may be too many now
     }
     const auto found = std::ranges::find(codings, settings.colorCoding);
     record.SetWord(kCodingIndex, static_cast<std::uint32_t>(found - codings.begin()));

@@ -46,9 +46,9 @@ std::uint32_t FrameInterval(const Format7State& mode) {
     return std::bit_cast<std::uint32_t>(static_cast<float>(PacketsPerFrame(mode)) * 125e-6F);
 }
 
-std::uint32_t CodingInquiry(Variant variant) {
+std::uint32_t CodingInquiry(std::uint32_t mode, Variant variant) {
     std::uint32_t word = 0;
-    for (const std::uint32_t coding : ColorCodings(variant)) {
+    for (const std::uint32_t coding : ColorCodings(mode, variant)) {
         word |= BitIf(true, 31 - coding);
     }
     return word;
@@ -80,7 +80,7 @@ std::uint32_t ReadFormat7(const CameraState& state, std::uint32_t address) {
     case offset::kColorCodingId:
         return Place(mode.colorCoding, 31, 24);
     case offset::kColorCodingInquiry:
-        return CodingInquiry(static_cast<Variant>(state.variant));
+        return CodingInquiry(ModeOf(address), static_cast<Variant>(state.variant));
     case offset::kPixelNumber:
         return mode.width * mode.height;
     case offset::kTotalBytesHigh:
@@ -126,10 +126,12 @@ void WriteFormat7(CameraState& state, std::uint32_t address, std::uint32_t word)
         const Format7State fitted = Nearest(wanted, mode, variant);
         wanted.left = fitted.left;
         wanted.top = fitted.top;
+        wanted.bytesPerPacket = fitted.bytesPerPacket;
         break;
     }
     case offset::kColorCodingId:
         wanted.colorCoding = Field(word, 31, 24);
+        wanted.bytesPerPacket = Nearest(wanted, mode, variant).bytesPerPacket;
         break;
     case offset::kPacketBytes:
         wanted.bytesPerPacket = Field(word, 31, 16);

@@ -19,63 +19,7 @@ Rgb Gray(std::uint64_t level) {
     return {gray, gray, gray};
 }
 
-std::size_t RowBytes(PixelFormat format, std::uint32_t width) {
-    switch (format) {
-    case PixelFormat::mono8:
-        return width;
-    case PixelFormat::uyvy:
-        return width % 2 == 0 ? std::size_t{width} * 2 : 0;
-    case PixelFormat::bgr24:
-        return (std::size_t{width} * 3 + 3) / 4 * 4;
-    }
-    return 0;
-}
-
-void StoreMono(std::span<const Rgb> row, std::span<std::uint8_t> bytes) {
-    std::ranges::transform(row, bytes.begin(), Luminance);
-}
-
-/// BT.601 studio range, in 1/256; the chroma of two pixels is their mean.
-void StoreUyvy(std::span<const Rgb> row, std::span<std::uint8_t> bytes) {
-    const auto luma = [](const Rgb& p) {
-        return static_cast<std::uint8_t>(16 + (66 * p.r + 129 * p.g + 25 * p.b + 128) / 256);
-    };
-    for (std::size_t x = 0; x + 1 < row.size(); x += 2) {
-        const int r = row[x].r + row[x + 1].r;
-        const int g = row[x].g + row[x + 1].g;
-        const int b = row[x].b + row[x + 1].b;
-        bytes[2 * x] = static_cast<std::uint8_t>(128 + (-38 * r - 74 * g + 112 * b) / 512);
-        bytes[2 * x + 1] = luma(row[x]);
-        bytes[2 * x + 2] = static_cast<std::uint8_t>(128 + (112 * r - 94 * g - 18 * b) / 512);
-        bytes[2 * x + 3] = luma(row[x + 1]);
-    }
-}
-
-void StoreBgr(std::span<const Rgb> row, std::span<std::uint8_t> bytes) {
-    for (std::size_t x = 0; x < row.size(); ++x) {
-        bytes[3 * x] = row[x].b;
-        bytes[3 * x + 1] = row[x].g;
-        bytes[3 * x + 2] = row[x].r;
-    }
-    std::ranges::fill(bytes.subspan(3 * row.size()), std::uint8_t{0});
-}
-
-void Store(PixelFormat format, std::span<const Rgb> row, std::span<std::uint8_t> bytes) {
-    switch (format) {
-    case PixelFormat::mono8:
-        return StoreMono(row, bytes);
-    case PixelFormat::uyvy:
-        return StoreUyvy(row, bytes);
-    case PixelFormat::bgr24:
-        return StoreBgr(row, bytes);
-    }
-}
-
 }  // namespace
-
-std::size_t PictureBytes(PixelFormat format, std::uint32_t width, std::uint32_t height) {
-    return RowBytes(format, width) * height;
-}
 
 bool FrameRenderer::IsDrawable(std::uint32_t width, std::uint32_t height) {
     return std::min(width, height) >= kSmallestSide && std::max(width, height) <= kLargestSide;
@@ -159,21 +103,25 @@ void FrameRenderer::DrawRow(const RenderSettings& settings, std::uint64_t frameN
 }
 
 bool FrameRenderer::Render(const RenderSettings& settings, PixelFormat format, std::uint64_t frameNumber,
-                           std::span<std::uint8_t> picture) const {
-    const std::size_t rowBytes = RowBytes(format, m_width);
-    if (rowBytes == 0 || picture.size() != rowBytes * m_height) {
+                           const Area& area, std::span<std::uint8_t> picture) const {
+    const std::size_t rowBytes = RowBytes(format, area.width);
+    const bool inside = area.width <= m_width && area.left <= m_width - area.width && area.height <= m_height &&
+                        area.top <= m_height - area.height;
+    if (!inside || rowBytes == 0 || area.height == 0 || picture.size() != rowBytes * area.height) {
         return false;
     }
     const PixelPipeline pipeline(settings);
-    std::vector<Rgb> row(m_width);
-    for (std::uint32_t y = 0; y < m_height; ++y) {
-        DrawRow(settings, frameNumber, settings.mirrorVertical ? m_height - 1 - y : y, row);
+    std::vector<Rgb> whole(m_width);
+    const std::span<Rgb> row = std::span(whole).subspan(area.left, area.width);
+    for (std::uint32_t line = 0; line < area.height; ++line) {
+        const std::uint32_t y = area.top + line;
+        DrawRow(settings, frameNumber, settings.mirrorVertical ? m_height - 1 - y : y, whole);
         if (settings.mirrorHorizontal) {
-            std::ranges::reverse(row);
+            std::ranges::reverse(whole);
         }
         std::ranges::transform(row, row.begin(), pipeline);
-        const std::uint32_t line = format == PixelFormat::bgr24 ? m_height - 1 - y : y;
-        Store(format, row, picture.subspan(line * rowBytes, rowBytes));
+        const std::uint32_t place = format == PixelFormat::bgr24 ? area.height - 1 - line : line;
+        StoreRow(format, row, area.left, y, picture.subspan(place * rowBytes, rowBytes));
     }
     return true;
 }

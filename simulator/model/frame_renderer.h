@@ -6,20 +6,19 @@
 #include <span>
 #include <vector>
 
+#include "model/pixel_layout.h"
 #include "model/pixel_pipeline.h"
 #include "model/render_settings.h"
 
 namespace kolmsim {
 
-/// Layout of a picture's bytes.
-enum class PixelFormat : std::uint32_t {
-    mono8,  ///< one byte of luminance for each pixel, top-down, no row padding
-    uyvy,   ///< U, Y, V, Y for two pixels, BT.601, top-down; a width that is odd has no such layout
-    bgr24,  ///< blue, green, red, bottom-up, rows padded to whole 32-bit words
+/// A part of the sensor, in pixels.
+struct Area {
+    std::uint32_t left;
+    std::uint32_t top;
+    std::uint32_t width;
+    std::uint32_t height;
 };
-
-/// How many bytes a picture takes; 0 where the layout does not exist.
-[[nodiscard]] std::size_t PictureBytes(PixelFormat format, std::uint32_t width, std::uint32_t height);
 
 /// Draws pictures of the scene, integer arithmetic throughout: the same settings and frame number give the same bytes
 /// everywhere.
@@ -38,9 +37,18 @@ public:
     [[nodiscard]] std::uint32_t Width() const { return m_width; }
     [[nodiscard]] std::uint32_t Height() const { return m_height; }
 
-    /// Draws one picture; false, and nothing drawn, when `picture` is not exactly PictureBytes long.
+    /// Draws a part of the scene: exactly those pixels that the picture of the whole scene has there.
+    ///
+    /// @param picture  exactly PictureBytes long for the part
+    /// @return         false, and nothing drawn, when `picture` is not, or the part lies outside the scene
     [[nodiscard]] bool Render(const RenderSettings& settings, PixelFormat format, std::uint64_t frameNumber,
-                              std::span<std::uint8_t> picture) const;
+                              const Area& area, std::span<std::uint8_t> picture) const;
+
+    /// Draws the whole scene likewise.
+    [[nodiscard]] bool Render(const RenderSettings& settings, PixelFormat format, std::uint64_t frameNumber,
+                              std::span<std::uint8_t> picture) const {
+        return Render(settings, format, frameNumber, {0, 0, m_width, m_height}, picture);
+    }
 
 private:
     struct Disc {

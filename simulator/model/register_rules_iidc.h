@@ -11,12 +11,12 @@
 
 namespace kolmsim {
 
-// What always reads 0: formats 1 to 6, optional functions, ports and strobe, zoom to capture quality, memory channels.
+// What always reads 0: formats 3 to 6, optional functions, ports and strobe, zoom to capture quality, memory channels.
 // Basic functions: the maker's registers, mode and feature error flags, 1394b, power switch, one and several shots.
 // clang-format off
 inline constexpr RegisterRule kIidcRules[] = {
     {.first = kInitialize,         .write = WriteInitialize},
-    {.first = kFormatInquiry,      .reset = 0x81000000},
+    {.first = kFormatInquiry,      .reset = 0xE1000000},
     {.first = kModeInquiry,        .count = 4, .read = ReadModeInquiry},
     {.first = kModeInquiry + 0x10, .count = 2, .nameless = true},
     {.first = kModeInquiry + 0x18, .count = 2, .read = ReadModeInquiry},
@@ -37,7 +37,7 @@ inline constexpr RegisterRule kIidcRules[] = {
     {.first = kCurrentFormat,      .writable = 0xE0000000},
     {.first = kIsoControl,         .read = ReadIsoControl, .write = WriteIsoControl},
     {.first = 0xF0F00610,          .reset = 0x80000000, .writable = 0x80000000}, // Power
-    {.first = kIsoEnable,          .writable = 0x80000000},
+    {.first = kIsoEnable,          .read = ReadIsoEnable, .write = WriteIsoEnable},
     {.first = 0xF0F00618},                                                       // MemorySave
     {.first = kOneShot,            .writable = 0x0000FFFF},                      // the shot itself is over at once
     {.first = 0xF0F00620,          .count = 2},                                  // MemSaveChan, CurMemChan

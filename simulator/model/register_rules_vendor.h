@@ -21,7 +21,7 @@ inline constexpr RegisterRule kVendorRules[] = {
     {.first = 0xF1000048,             .reset = 0xBE000000},                         // KolmAdvInq3: all but the largest packet
     {.first = 0xF100004C},                                                          // KolmAdvInq4
     {.first = kCameraStatus,          .reset = 0x80000001},
-    {.first = 0xF1000200,             .reset = 0x01E00280},                         // KolmMaxResolution: height, width
+    {.first = 0xF1000200,             .reset = 0x03C00500},                         // KolmMaxResolution: height, width
     {.first = kTimeBase,              .count = 2, .read = ReadLinked, .write = WriteLinked, .look = LookAtLinked},
     {.first = kTestImage,             .read = ReadTestImage, .write = WriteTestImage},
     {.first = 0xF1000220,             .reset = 0x80000000, .writable = 0x0200003F}, // KolmSeqCtrl

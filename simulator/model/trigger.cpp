@@ -1,5 +1,6 @@
 #include "model/trigger.h"
 
+#include <algorithm>
 #include <bit>
 
 #include "model/bits.h"
@@ -7,6 +8,7 @@
 #include "model/feature_registers.h"
 #include "model/register_map.h"
 #include "model/register_table.h"
+#include "model/video_mode.h"
 
 namespace kolmsim {
 namespace {
@@ -23,7 +25,9 @@ constexpr std::uint32_t kSources = 0xF00;
 constexpr std::uint32_t kModes = 0xC03F0000;
 constexpr std::uint32_t kFirstSource = 0x100;
 constexpr std::uint32_t kFirstMode = 0x10000;
+constexpr std::uint32_t kBulkMode = 0x80000000;  // IIDC: several pictures for each trigger
 constexpr std::uint32_t kLargestParameter = 0xFFF;
+constexpr std::uint32_t kMostWaiting = 0xFFFF;
 
 constexpr std::uint32_t kTriggerPlace = 12;
 
@@ -39,7 +43,8 @@ std::uint32_t ModeNumber(std::uint32_t state) {
 }
 
 /// Puts the bits of a SET into the state; false, and nothing changed, where the camera lacks one of them.
-bool Enter(PropertyState& property, std::uint32_t parameter, std::uint32_t wanted) {
+bool Enter(CameraState& camera, std::uint32_t parameter, std::uint32_t wanted) {
+    PropertyState& property = camera.properties[kId];
     const std::uint32_t inquiry = property.At(kOffsetInquiry);
     std::uint32_t source = wanted & kSources;
     std::uint32_t mode = wanted & kModes;
@@ -52,17 +57,44 @@ bool Enter(PropertyState& property, std::uint32_t parameter, std::uint32_t wante
     mode = mode != 0 ? mode : state & kModes;
     state = (state & kLevel) | source | mode | (wanted & inquiry & (kOn | kInverted));
     property.At(kOffsetParameter) = parameter;
+    if ((state & kOn) == 0) {
+        camera.triggeredPictures = 0;
+    }
     return true;
 }
 
 }  // namespace
 
+bool Trigger(CameraState& state) {
+    const PropertyState& property = state.properties[kId];
+    if ((property.At(kOffsetState) & kOn) == 0) {
+        return false;
+    }
+    ++StoredWord(state, kTriggerCounter);
+    if (IsStreaming(state)) {
+        const bool several = (property.At(kOffsetState) & kBulkMode) != 0;
+        const std::uint32_t pictures = several ? std::max(property.At(kOffsetParameter), 1U) : 1;
+        state.triggeredPictures = std::min(state.triggeredPictures, kMostWaiting) + std::min(pictures, kMostWaiting);
+    }
+    return true;
+}
+
+bool PassTrigger(CameraState& state) {
+    if ((state.properties[kId].At(kOffsetState) & kOn) == 0) {
+        return true;
+    }
+    if (state.triggeredPictures == 0) {
+        return false;
+    }
+    --state.triggeredPictures;
+    return true;
+}
+
 Status AnswerTrigger(CameraState& state, Record record) {
-    PropertyState& property = state.properties[kId];
-    if (record.IsSet() && !Enter(property, record.Word(kOffsetParameter), record.Word(kOffsetState))) {
+    if (record.IsSet() && !Enter(state, record.Word(kOffsetParameter), record.Word(kOffsetState))) {
         return Status::invalidParameter;
     }
-    FillFromProperty(property, record);
+    FillFromProperty(state.properties[kId], record);
     return Status::ok;
 }
 
@@ -93,13 +125,13 @@ void WriteTrigger(CameraState& state, std::uint32_t /*address*/, std::uint32_t w
     const std::uint32_t mode = ModeBit(Field(word, 19, 16));
     const std::uint32_t source = Field(word, 23, 21) < 4 ? kFirstSource << Field(word, 23, 21) : 0;
     const std::uint32_t wanted = mode | source | (Bit(word, 25) ? kOn : 0) | (Bit(word, 24) ? kInverted : 0);
-    const bool taken = mode != 0 && source != 0 && Enter(state.properties[kId], Field(word, 11, 0), wanted);
+    const bool taken = mode != 0 && source != 0 && Enter(state, Field(word, 11, 0), wanted);
     NoteFeatureError(state, kTriggerPlace, !taken);
 }
 
 void WriteSoftTrigger(CameraState& state, std::uint32_t /*address*/, std::uint32_t word) {
-    if (Bit(word, 31) && (state.properties[kId].At(kOffsetState) & kOn) != 0) {
-        ++StoredWord(state, kTriggerCounter);
+    if (Bit(word, 31)) {
+        Trigger(state);
     }
 }
 

@@ -22,7 +22,16 @@ namespace kolmsim {
 /// A source or mode that the camera lacks changes nothing and sets the trigger's bit in the error register.
 void WriteTrigger(CameraState& state, std::uint32_t address, std::uint32_t word);
 
-/// b31 triggers one picture, which the trigger counter counts while the trigger is on; the bit reads 0.
+/// One trigger, from the bus or at an input: counted while the trigger is on. While the camera streams besides, it asks
+/// for one picture, in mode 15 for as many as the parameter says; pictures that come slower wait in line.
+///
+/// @return  false while the trigger is off: nothing waits for it
+bool Trigger(CameraState& state);
+
+/// Whether the next picture may be taken: the trigger is off, or has asked for one, which is then over.
+[[nodiscard]] bool PassTrigger(CameraState& state);
+
+/// b31 is a trigger from the bus; the bit reads 0.
 void WriteSoftTrigger(CameraState& state, std::uint32_t address, std::uint32_t word);
 
 void ResetTrigger(CameraState& state);

@@ -1,11 +1,12 @@
 #include "model/video_mode.h"
 
 #include <algorithm>
-#include <iterator>
 #include <tuple>
 
 #include "model/bits.h"
+#include "model/color_coding.h"
 #include "model/feature_behavior.h"
+#include "model/fixed_mode.h"
 #include "model/format7.h"
 #include "model/register_map.h"
 #include "model/register_table.h"
@@ -16,24 +17,14 @@ namespace {
 constexpr std::uint32_t kSpeedId = 54;
 constexpr std::uint32_t kChannelId = 55;
 
-/// One mode of format 0: 640 x 480 pixels, two lines in each packet at 30 frames per second.
-struct FixedMode {
-    std::uint32_t mode;
-    std::uint32_t bitsPerPixel;
-    std::uint32_t rates;  ///< b31 for index 0, b30 for index 1, ...
-    bool colorOnly;
-};
+Variant VariantOf(const CameraState& state) {
+    return static_cast<Variant>(state.variant);
+}
 
-constexpr FixedMode kFixedModes[] = {
-    {.mode = 3, .bitsPerPixel = 16, .rates = 0xF8000000, .colorOnly = true},
-    {.mode = 4, .bitsPerPixel = 24, .rates = 0xF8000000, .colorOnly = true},
-    {.mode = 5, .bitsPerPixel = 8, .rates = 0xFC000000, .colorOnly = false},
-};
-
-const FixedMode* FindFixedMode(const CameraState& state, std::uint32_t mode) {
-    const auto found = std::ranges::find(kFixedModes, mode, &FixedMode::mode);
-    const bool isColor = state.variant == static_cast<std::uint32_t>(Variant::color);
-    return found != std::end(kFixedModes) && (isColor || !found->colorOnly) ? found : nullptr;
+/// The fixed mode that the camera is set to, or null.
+const FixedMode* Fixed(const CameraState& state, const CurrentMode& mode) {
+    const FixedMode* fixed = FindFixedMode(VariantOf(state), mode.format, mode.mode);
+    return fixed != nullptr && fixed->HasRate(mode.rate) ? fixed : nullptr;
 }
 
 std::uint32_t Channel(const CameraState& state) {
@@ -53,11 +44,7 @@ CurrentMode ReadCurrentMode(const CameraState& state) {
 }
 
 bool IsOffered(const CameraState& state, const CurrentMode& mode) {
-    if (mode.format == 7) {
-        return mode.mode < kFormat7Modes;
-    }
-    const FixedMode* fixed = mode.format == 0 ? FindFixedMode(state, mode.mode) : nullptr;
-    return fixed != nullptr && Bit(fixed->rates, 31 - mode.rate);
+    return mode.format == 7 ? mode.mode < kFormat7Modes : Fixed(state, mode) != nullptr;
 }
 
 std::uint32_t BitsPerPixel(const CameraState& state, const CurrentMode& mode) {
@@ -65,25 +52,40 @@ std::uint32_t BitsPerPixel(const CameraState& state, const CurrentMode& mode) {
         return 0;
     }
     return mode.format == 7 ? Format7BitsPerPixel(state.format7[mode.mode])
-                            : FindFixedMode(state, mode.mode)->bitsPerPixel;
+                            : FindColorCoding(Fixed(state, mode)->colorCoding)->bitsPerPixel;
 }
 
 std::uint32_t PacketBytes(const CameraState& state, const CurrentMode& mode) {
-    constexpr std::uint32_t kPacketPixels = 80;  // at 1.875 frames per second; each next rate doubles it
     if (!IsOffered(state, mode)) {
         return 0;
     }
-    return mode.format == 7 ? state.format7[mode.mode].bytesPerPacket
-                            : (kPacketPixels << mode.rate) * BitsPerPixel(state, mode) / 8;
+    return mode.format == 7 ? state.format7[mode.mode].bytesPerPacket : Fixed(state, mode)->PacketBytes(mode.rate);
+}
+
+std::uint32_t BusCapacity(const CameraState& state) {
+    constexpr std::uint32_t kS100PacketBytes = 1024;
+    return kS100PacketBytes << std::min(Speed(state), 5U);
+}
+
+bool IsStreaming(const CameraState& state) {
+    return Bit(StoredWord(state, kIsoEnable), 31);
+}
+
+void SetStreaming(CameraState& state, bool on) {
+    StoredWord(state, kIsoEnable) = BitIf(on, 31);
+    state.triggeredPictures = 0;
+}
+
+bool IsIsoSetting(std::uint32_t propertyId) {
+    return propertyId == kChannelId || propertyId == kSpeedId;
 }
 
 BusFigures ReadBusFigures(const CameraState& state) {
-    constexpr std::uint32_t kS100PacketBytes = 1024;
     constexpr std::uint32_t kBroadcastChannel = 1;  // channel 31
-    const std::uint32_t capacity = kS100PacketBytes << std::min(Speed(state), 5U);
+    const std::uint32_t capacity = BusCapacity(state);
     BusFigures figures = {
         .packetBytesUsed = 0, .packetBytesFree = 0, .channelsHigh = kBroadcastChannel, .channelsLow = 0};
-    if (Bit(StoredWord(state, kIsoEnable), 31)) {
+    if (IsStreaming(state)) {
         const std::uint32_t channel = Channel(state) % 64;
         figures.packetBytesUsed = std::min(PacketBytes(state, ReadCurrentMode(state)), capacity);
         (channel < 32 ? figures.channelsHigh : figures.channelsLow) |= BitIf(true, 31 - channel % 32);
@@ -97,7 +99,7 @@ std::uint32_t ReadModeInquiry(const CameraState& state, std::uint32_t address) {
     std::uint32_t word = 0;
     for (std::uint32_t mode = 0; mode < 8; ++mode) {
         const bool offered =
-            (format == 7 && mode < kFormat7Modes) || (format == 0 && FindFixedMode(state, mode) != nullptr);
+            (format == 7 && mode < kFormat7Modes) || FindFixedMode(VariantOf(state), format, mode) != nullptr;
         word |= BitIf(offered, 31 - mode);
     }
     return word;
@@ -105,8 +107,8 @@ std::uint32_t ReadModeInquiry(const CameraState& state, std::uint32_t address) {
 
 std::uint32_t ReadRateInquiry(const CameraState& state, std::uint32_t address) {
     const std::uint32_t format = (address - kRateInquiry) / 0x20;
-    const FixedMode* fixed = FindFixedMode(state, (address - kRateInquiry) % 0x20 / 4);
-    return format == 0 && fixed != nullptr ? fixed->rates : 0;
+    const FixedMode* fixed = FindFixedMode(VariantOf(state), format, (address - kRateInquiry) % 0x20 / 4);
+    return fixed != nullptr ? fixed->rates : 0;
 }
 
 std::uint32_t ReadModeError(const CameraState& state, std::uint32_t /*address*/) {
@@ -118,7 +120,17 @@ std::uint32_t ReadDataDepth(const CameraState& state, std::uint32_t /*address*/)
     if (!IsOffered(state, mode)) {
         return 0;
     }
-    return Place(mode.format == 7 ? Format7DataDepth(state.format7[mode.mode]) : 8, 31, 24);
+    return Place(mode.format == 7 ? Format7DataDepth(state.format7[mode.mode])
+                                  : FindColorCoding(Fixed(state, mode)->colorCoding)->dataDepth,
+                 31, 24);
+}
+
+std::uint32_t ReadIsoEnable(const CameraState& state, std::uint32_t address) {
+    return StoredWord(state, address);
+}
+
+void WriteIsoEnable(CameraState& state, std::uint32_t /*address*/, std::uint32_t word) {
+    SetStreaming(state, Bit(word, 31));
 }
 
 std::uint32_t ReadIsoControl(const CameraState& state, std::uint32_t address) {
@@ -128,6 +140,9 @@ std::uint32_t ReadIsoControl(const CameraState& state, std::uint32_t address) {
 }
 
 void WriteIsoControl(CameraState& state, std::uint32_t address, std::uint32_t word) {
+    if (IsStreaming(state)) {
+        return;
+    }
     const bool wide = Bit(word, 15);
     StoredWord(state, address) = word & BitIf(true, 15);
     const std::uint32_t channel = wide ? Field(word, 13, 8) : Field(word, 31, 28);

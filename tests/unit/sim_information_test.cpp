@@ -87,12 +87,14 @@ TEST_F(SimInformation, a_streaming_camera_takes_its_share_of_the_bus) {
     EXPECT_EQ(Figure(42), 4096U - 1280);
     EXPECT_EQ(Figure(43), 1U | 1U << 26) << "channel 5";
 
+    WriteRegister(0xF0F00614, 0);
+    ASSERT_EQ(Set(55, 64, {{24, 63}, {28, kModeManual}}), Status::ok);
+    ASSERT_EQ(Set(54, 64, {{24, 3}}), Status::ok);
+    WriteRegister(0xF0F00614, 0x80000000);
     WriteRegister(0xF0F00600, 2U << 29);
     EXPECT_EQ(Figure(41), 320U);
-    ASSERT_EQ(Set(55, 64, {{24, 63}, {28, kModeManual}}), Status::ok);
     EXPECT_EQ(Figure(43), 1U);
     EXPECT_EQ(Figure(44), 1U);
-    ASSERT_EQ(Set(54, 64, {{24, 3}}), Status::ok);
     EXPECT_EQ(Figure(42), 8192U - 320);
 
     WriteRegister(0xF0F00608, 7U << 29);
@@ -100,7 +102,7 @@ TEST_F(SimInformation, a_streaming_camera_takes_its_share_of_the_bus) {
     ASSERT_EQ(Get(13, 96, {{28, 1}}), Status::ok);
     const std::uint32_t packet = Word(32);
     EXPECT_EQ(Figure(41), packet);
-    WriteRegister(0xF0F00604, 7U << 29);
+    WriteRegister(0xF0F00608, 3U << 29);
     EXPECT_EQ(Figure(41), 0U) << "a mode that the camera lacks";
 }
 
@@ -132,8 +134,19 @@ TEST_F(SimInformation, mode_figures_follow_the_mode) {
     WriteRegister(0xF0F00608, 7U << 29);
     WriteRegister(0xF0F00604, 1U << 29);
     ASSERT_EQ(Get(10, 840), Status::ok);
-    EXPECT_EQ(Word(612), 320U);
-    EXPECT_EQ(Word(616), 240U);
+    EXPECT_EQ(Word(612), 640U);
+    EXPECT_EQ(Word(616), 960U);
+
+    WriteRegister(0xF0F00608, 0);
+    ASSERT_EQ(Get(10, 840), Status::ok);
+    EXPECT_EQ(Word(612), 320U) << "mode 1 of format 0";
+    EXPECT_EQ(Word(620), 16U);
+
+    WriteRegister(0xF0F00608, 3U << 29);
+    ASSERT_EQ(Get(10, 840), Status::ok);
+    for (const std::size_t offset : {612U, 616U, 620U, 624U, 628U, 632U}) {
+        EXPECT_EQ(Word(offset), 0U) << "no such mode";
+    }
 }
 
 TEST_F(SimInformation, inputs_tell_what_their_registers_tell) {

@@ -138,7 +138,12 @@ TEST_F(SimPicture, layouts_have_their_sizes) {
     EXPECT_EQ(PictureBytes(PixelFormat::mono8, 17, 3), 51U);
     EXPECT_EQ(PictureBytes(PixelFormat::uyvy, 18, 3), 108U);
     EXPECT_EQ(PictureBytes(PixelFormat::uyvy, 17, 3), 0U) << "no layout for an odd width";
+    EXPECT_EQ(PictureBytes(PixelFormat::yuv411, 20, 3), 90U);
+    EXPECT_EQ(PictureBytes(PixelFormat::yuv411, 18, 3), 0U);
+    EXPECT_EQ(PictureBytes(PixelFormat::mono16, 17, 3), 102U);
+    EXPECT_EQ(PictureBytes(PixelFormat::raw8, 17, 3), 51U);
     EXPECT_EQ(PictureBytes(PixelFormat::bgr24, 17, 3), 156U) << "rows of 52 bytes";
+    EXPECT_EQ(PictureBytes(PixelFormat::bgr24TopDown, 17, 3), 156U);
     const FrameRenderer odd(17, 16);
     Bytes none;
     EXPECT_FALSE(odd.Render({}, PixelFormat::uyvy, 0, none));

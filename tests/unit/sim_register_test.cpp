@@ -308,8 +308,8 @@ TEST_F(SimRegister, the_modes_that_are_offered_can_be_set_and_others_are_flagged
             const std::uint32_t modes = named ? ReadRegister(0xF0F00180 + 4 * format) : 0;
             for (std::uint32_t rate = 0; rate < 8; ++rate) {
                 bool offered = (formats >> (31 - format) & 1) != 0 && (modes >> (31 - mode) & 1) != 0;
-                if (offered && format == 0) {
-                    offered = (ReadRegister(0xF0F00200 + 4 * mode) >> (31 - rate) & 1) != 0;
+                if (offered && format <= 2) {
+                    offered = (ReadRegister(0xF0F00200 + 0x20 * format + 4 * mode) >> (31 - rate) & 1) != 0;
                 }
                 WriteRegister(0xF0F00600, rate << 29);
                 WriteRegister(0xF0F00604, mode << 29);
@@ -321,13 +321,18 @@ TEST_F(SimRegister, the_modes_that_are_offered_can_be_set_and_others_are_flagged
 }
 
 TEST_F(SimRegister, a_color_camera_has_more_fixed_modes_than_a_mono_one) {
-    EXPECT_EQ(ReadRegister(0xF0F00180), 0x1C000000U);
-    EXPECT_EQ(ReadRegister(0xF0F0019C), 0xE0000000U);
+    EXPECT_EQ(ReadRegister(0xF0F00180), 0x7C000000U);
+    EXPECT_EQ(ReadRegister(0xF0F00184), 0xFC000000U);
+    EXPECT_EQ(ReadRegister(0xF0F00188), 0xE0000000U);
+    EXPECT_EQ(ReadRegister(0xF0F0019C), 0xFF000000U);
     EXPECT_EQ(ReadRegister(0xF0F0020C), 0xF8000000U);
 
     ResetState(*m_state, Variant::mono);
 
-    EXPECT_EQ(ReadRegister(0xF0F00180), 0x04000000U);
+    EXPECT_EQ(ReadRegister(0xF0F00180), 0x06000000U);
+    EXPECT_EQ(ReadRegister(0xF0F00184), 0x27000000U);
+    EXPECT_EQ(ReadRegister(0xF0F00188), 0x22000000U);
+    EXPECT_EQ(ReadRegister(0xF0F0019C), 0xFF000000U);
     EXPECT_EQ(ReadRegister(0xF0F0020C), 0U);
     EXPECT_EQ(ReadRegister(0xF0F00214), 0xFC000000U);
 }

@@ -83,7 +83,8 @@ std::int32_t FrameTimeToIidcFpmsNearest(std::int64_t t) noexcept {
 }
 
 std::int64_t IidcFpmsToFrameTime(std::int32_t fpms) noexcept {
-    // Compatibility: the limit of a rate is its fpms + 1, and 1.875 fps takes that of 3.75 fps: a row is one too slow.
+    // Compatibility: a frame time serves every rate up to that of the next shorter frame time, included; each fixed
+    // rate but the slowest thus gives the frame time of the next slower one.
     for (const IidcRate* rate = &kSlowest; rate != &kFastest; --rate) {
         if (fpms <= std::prev(rate)->fpms) return rate->frameTime;
     }

@@ -102,11 +102,11 @@ TEST(AmMediaTypeCopies, keep_what_follows_the_header) {
     VideoType video;
     std::vector<BYTE> block(sizeof(VIDEOINFOHEADER) + 40, BYTE{0x5A});
     std::memcpy(block.data(), &video.header, sizeof video.header);
-    AM_MEDIA_TYPE long_ = video.Get();
-    long_.cbFormat = static_cast<ULONG>(block.size());
-    long_.pbFormat = block.data();
+    AM_MEDIA_TYPE longer = video.Get();
+    longer.cbFormat = static_cast<ULONG>(block.size());
+    longer.pbFormat = block.data();
 
-    const CAMMediaType copy{CAMMediaType(long_)};
+    const CAMMediaType copy{CAMMediaType(longer)};
 
     ASSERT_EQ(copy.MediaType().cbFormat, block.size());
     EXPECT_EQ(std::memcmp(copy.MediaType().pbFormat, block.data(), block.size()), 0);
@@ -126,7 +126,7 @@ TEST(AmMediaTypeCopies, assigning_a_type_to_itself_changes_nothing) {
     EXPECT_EQ(type.Width(), 640);
 }
 
-TEST(AmMediaTypeCopies, a_moved_type_takes_its_block_along_and_leaves_an_empty_one) {
+TEST(AmMediaTypeCopies, a_moved_type_takes_its_block_alongerand_leaves_an_empty_one) {
     static_assert(std::is_nothrow_move_constructible_v<CAMMediaType>);
     static_assert(std::is_nothrow_move_constructible_v<CMediaTypeInfo>, "a growing vector moves");
     VideoType video;

@@ -68,8 +68,7 @@ bool SameHeaders(const VIDEOINFOHEADER& a, const VIDEOINFOHEADER& b) {
     const BitmapSize sizeB = {b.bmiHeader.biWidth, b.bmiHeader.biHeight};
     if (!SameExtent(ToPixelRect(a.rcSource), sizeA, ToPixelRect(b.rcSource), sizeB)) return false;
     if (!SameExtent(ToPixelRect(a.rcTarget), sizeA, ToPixelRect(b.rcTarget), sizeB)) return false;
-    // Compatibility: the widths of the areas are not compared. The Format page finds a pin's format among the
-    // capabilities although its area was narrowed.
+    // Compatibility: the widths of the areas are not compared, so that an empty area matches one that fills its bitmap.
     if (WrappedMagnitude(sizeA.height) != WrappedMagnitude(sizeB.height)) return false;
     if (a.bmiHeader.biCompression != b.bmiHeader.biCompression) return false;
     return !HasIidcWord(a) || !HasIidcWord(b) || a.dwBitErrorRate == b.dwBitErrorRate;

@@ -64,9 +64,10 @@ HRESULT ReadFormatModes(IUnknown* pin, IKolmFluxorPropertySet* camera, FormatMod
     for (int i = 0; i < count; ++i) {
         std::optional<CMediaTypeInfo> info = ReadCapability(*config.Get(), i);
         if (!info) continue;
+        std::string text = FormatModeText(*info);
         if (info->IsScalable()) ReadImagePosition(*info, *camera);
         if (*info == *current) found.currentCapability = i;
-        found.modes.push_back({.capability = i, .info = std::move(*info)});
+        found.modes.push_back({.capability = i, .text = std::move(text), .info = std::move(*info)});
     }
     return S_OK;
 }

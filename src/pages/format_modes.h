@@ -17,7 +17,8 @@ namespace kolmfluxor {
 
 /// A video capability of the pin.
 struct FormatMode {
-    int capability;  ///< index for `IAMStreamConfig::GetStreamCaps`
+    int capability;    ///< index for `IAMStreamConfig::GetStreamCaps`
+    std::string text;  ///< its line in the list, by `FormatModeText`
     CMediaTypeInfo info;
 };
 

@@ -32,6 +32,17 @@ constexpr ULONG kMaxChannels = 64;
 constexpr ULONG kIsoChannel = static_cast<ULONG>(FeatureId::isoChannel);
 constexpr ULONG kAuto = static_cast<ULONG>(FeatureMode::automatic);
 
+/// @return  `VFW_E_NOT_FOUND` when the filter has no pin
+HRESULT FirstPin(IBaseFilter& filter, IPin** pin) {
+    ComPtr<IEnumPins> pins;
+    HRESULT hr = filter.EnumPins(&pins);
+    if (hr != S_OK) return hr;
+    if (pins == nullptr) return E_UNEXPECTED;
+    hr = pins->Next(1, pin, nullptr);
+    if (hr == S_FALSE || (hr == S_OK && *pin == nullptr)) return VFW_E_NOT_FOUND;
+    return hr;
+}
+
 }  // namespace
 
 // clang-format off
@@ -92,18 +103,16 @@ CKolmFluxorPage_Format::CKolmFluxorPage_Format(IUnknown* outer)
       m_channelCombo(IDC_ISO_CHANNEL, &m_hwnd) {}
 
 HRESULT CKolmFluxorPage_Format::OnConnect(IUnknown* object) {
+    m_pin.Reset();
+    m_streamConfig.Reset();
     HRESULT hr = CFeaturePage::OnConnect(object);
     if (hr != S_OK) return hr;
     ComPtr<IBaseFilter> filter;
     hr = object->QueryInterface(IID_PPV_ARGS(&filter));
     if (hr != S_OK) return hr;
-    ComPtr<IEnumPins> pins;
-    hr = filter->EnumPins(&pins);
+    hr = FirstPin(*filter.Get(), &m_pin);
     if (hr != S_OK) return hr;
-    hr = pins->Next(1, m_pin.ReleaseAndGetAddressOf(), nullptr);
-    if (hr != S_OK) return hr == S_FALSE ? VFW_E_NOT_FOUND : hr;  // S_FALSE: there is no pin
-    pins.Reset();
-    return m_pin->QueryInterface(IID_PPV_ARGS(m_streamConfig.ReleaseAndGetAddressOf()));
+    return m_pin->QueryInterface(IID_PPV_ARGS(&m_streamConfig));
 }
 
 HRESULT CKolmFluxorPage_Format::OnDisconnect() {
@@ -116,14 +125,14 @@ HRESULT CKolmFluxorPage_Format::OnDisconnect() {
 HRESULT CKolmFluxorPage_Format::OnActivate() {
     m_activating = true;
     const ScopeExit done([this] { m_activating = false; });
+    ::SetDlgItemTextA(m_hwnd, IDC_FRAME_RATE, "0");
+    ::SetDlgItemTextA(m_hwnd, IDC_MULTI_SHOT, "0");
     return CFeaturePage::OnActivate();
 }
 
 void CKolmFluxorPage_Format::OnFill() {
-    ::SetDlgItemTextA(m_hwnd, IDC_FRAME_RATE, "0");
-    ::SetDlgItemTextA(m_hwnd, IDC_MULTI_SHOT, "0");
     ULONG unused = 0;
-    std::ignore = Camera()->GetProperty12Value(&unused);  // drivers take note of the question
+    std::ignore = Camera()->GetProperty12Value(&unused);  // Compatibility: asked for, not used
     FillSpeeds();
     FillChannels();
     FillModes();
@@ -170,7 +179,7 @@ void CKolmFluxorPage_Format::FillModes() {
     std::ignore = ReadFormatModes(m_pin.Get(), Camera(), found);  // an unreadable pin leaves an empty list
     m_modes = std::move(found.modes);
     for (const FormatMode& mode : m_modes) {
-        m_modeCombo.Add(FormatModeText(mode.info).c_str(), static_cast<ULONG>(mode.capability));
+        m_modeCombo.Add(mode.text.c_str(), static_cast<ULONG>(mode.capability));
     }
     // Compatibility: positions and capability indexes are taken for one and the same, as camera drivers offer nothing
     // but video types.

@@ -69,7 +69,8 @@ private:
     void OnFrameRateMoved();
     void MarkDirty();
 
-    /// Runs an edit of the working mode; a `CKolmFluxorException` is shown in a box, any other one is dropped.
+    /// Runs an edit of the working mode; a `CKolmFluxorException` is shown in a box (none is thrown by the media types
+    /// of today), any other exception is dropped.
     template <class Edit> void EditMode(Edit&& edit);
     void ApplyWorking(std::size_t chosen);
     void SetFrameRateText(int id, LONG fpms) const;

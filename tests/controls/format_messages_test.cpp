@@ -87,6 +87,8 @@ TEST_F(FormatMessages, without_a_camera_nothing_is_handled_and_nothing_happens) 
     EXPECT_EQ(page->OnReceiveMessage(dialog, WM_COMMAND, MAKEWPARAM(1068, CBN_SELCHANGE), 0), 0);
     EXPECT_EQ(page->OnReceiveMessage(dialog, WM_HSCROLL, 0, reinterpret_cast<LPARAM>(::GetDlgItem(dialog, 1069))), 0);
     EXPECT_EQ(page->IsPageDirty(), S_FALSE);
+    for (const int edit : {1049, 1050})
+        EXPECT_EQ(::GetDlgItemInt(dialog, edit, nullptr, FALSE), 0u);
 
     EXPECT_EQ(page->Deactivate(), S_OK);
     EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);

@@ -56,6 +56,7 @@ TEST_F(FormatApply, a_scalable_mode_is_set_with_its_area_and_then_its_position) 
     const auto page = OpenArea();
     Type(*page, kWidth, "160");
     Type(*page, kHeight, "120");
+    Type(*page, kX, "16");
     Type(*page, kY, "30");
     page->Drag(kRateSlider, 30000);
 
@@ -63,7 +64,7 @@ TEST_F(FormatApply, a_scalable_mode_is_set_with_its_area_and_then_its_position) 
 
     ASSERT_EQ(m_script.set.size(), 1u);
     const VIDEOINFOHEADER& header = m_script.set[0].header;
-    EXPECT_EQ(header.rcSource.left, 0);
+    EXPECT_EQ(header.rcSource.left, 16);
     EXPECT_EQ(header.rcSource.top, 30);
     EXPECT_EQ(header.rcSource.right, 160);
     EXPECT_EQ(header.rcSource.bottom, 150);
@@ -73,7 +74,7 @@ TEST_F(FormatApply, a_scalable_mode_is_set_with_its_area_and_then_its_position) 
     EXPECT_EQ(header.AvgTimePerFrame, 333333);
     EXPECT_EQ(m_script.set[0].sampleBytes, 160u * 120);
     Wire expected = GeometrySwitched();
-    expected.push_back(SetPosition(0, 0, 30));
+    expected.push_back(SetPosition(0, 16, 30));
     EXPECT_EQ(Object().Sent(), expected);
     EXPECT_EQ(page->Page()->IsPageDirty(), S_FALSE);
 }
@@ -107,7 +108,7 @@ TEST_F(FormatApply, a_refusal_keeps_the_edits_on_the_page_but_not_in_the_mode) {
         EXPECT_EQ(Object().Sent(), GeometrySwitched()) << "no position after a refusal";
         EXPECT_EQ(page->Text(kWidth), "160") << "nothing is shown anew";
         EXPECT_EQ(page->Page()->IsPageDirty(), S_FALSE) << "the frame is told of success";
-        Type(*page, kWidth, "no number");
+        page->Pick(kMode, page->Selected(kMode));
         EXPECT_EQ(page->Text(kWidth), "320") << "the mode is as it was";
     }
 }

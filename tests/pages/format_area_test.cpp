@@ -213,7 +213,7 @@ TEST_F(FormatPage, other_messages_go_to_the_base) {
 // ---- Frame rate ---------------------------------------------------------------------------------------------------
 
 TEST_F(FormatPage, the_frame_rate_runs_between_standard_rates) {
-    m_script.formats[2].caps.MinFrameInterval = 200000;   // 50 fps: down to 30
+    m_script.formats[2].caps.MinFrameInterval = 200000;   // 50 fps: up to 60
     m_script.formats[2].caps.MaxFrameInterval = 4000000;  // 2.5 fps: up to 3.75
     m_script.formats[2].header.AvgTimePerFrame = 1000000;
     const auto page = OpenAt(2);
@@ -262,7 +262,7 @@ TEST_F(FormatPage, a_fixed_modes_slider_snaps_to_standard_rates) {
 }
 
 TEST_F(FormatPage, a_scalable_modes_slider_stays_inside_the_modes_limits) {
-    m_script.formats[2].caps.MinFrameInterval = 250000;   // 40 fps; the slider goes to 30
+    m_script.formats[2].caps.MinFrameInterval = 250000;   // 40 fps; the slider goes to 60
     m_script.formats[2].caps.MaxFrameInterval = 3000000;  // 3.333 fps; the slider begins at 3.75
     const auto page = OpenAt(2);
     page->Drag(kRateSlider, 12345);

@@ -1,4 +1,4 @@
-/// @file  Page "Format": connection, lists of modes, channels and speeds, and what choosing from them does.
+/// @file  Page "Format": connection, the list of modes, and what choosing from it does.
 
 #include <array>
 #include <cstring>
@@ -96,6 +96,7 @@ TEST_F(FormatPage, connecting_passes_on_what_fails_and_leaves_nothing_behind) {
         {"EnumPins", &CScriptedFilter::enumPins, E_OUTOFMEMORY, E_OUTOFMEMORY},
         {"Next", &CScriptedFilter::next, VFW_E_ENUM_OUT_OF_SYNC, VFW_E_ENUM_OUT_OF_SYNC},
         {"Next without a pin", &CScriptedFilter::next, S_FALSE, VFW_E_NOT_FOUND},
+        {"EnumPins", &CScriptedFilter::enumPins, S_FALSE, S_FALSE},
         {"query of the configuration", &CScriptedFilter::queryConfig, E_NOINTERFACE, E_NOINTERFACE},
     };
     for (const Row& row : rows) {
@@ -129,6 +130,29 @@ TEST_F(FormatPage, connecting_again_gives_the_first_connection_back) {
     ASSERT_EQ(page.Connect(Object().Filter().Unknown()), S_OK);
     EXPECT_EQ(m_script.references.pin, 1u);
     EXPECT_EQ(m_script.references.config, 1u);
+    EXPECT_EQ(page.Disconnect(), S_OK);
+}
+
+TEST_F(FormatPage, a_second_connection_that_fails_leaves_nothing_of_the_first) {
+    CBarePage page;
+    for (const HRESULT code : {E_FAIL, S_FALSE}) {
+        ASSERT_EQ(page.Connect(Object().Filter().Unknown()), S_OK);
+        m_script.next = code;
+        EXPECT_EQ(page.Connect(Object().Filter().Unknown()), code == E_FAIL ? E_FAIL : VFW_E_NOT_FOUND);
+        EXPECT_EQ(m_script.references.pin + m_script.references.config, 0u);
+        m_script.next = S_OK;
+    }
+    EXPECT_EQ(page.Disconnect(), S_OK);
+}
+
+TEST_F(FormatPage, answers_without_an_object_are_failures) {
+    CBarePage page;
+    m_script.givesNothing = true;
+    EXPECT_EQ(page.Connect(Object().Filter().Unknown()), E_UNEXPECTED);
+    EXPECT_EQ(page.Disconnect(), S_OK);
+    m_script.givesNothing = false;
+    m_script.givesNoPin = true;
+    EXPECT_EQ(page.Connect(Object().Filter().Unknown()), VFW_E_NOT_FOUND);
     EXPECT_EQ(page.Disconnect(), S_OK);
 }
 
@@ -211,6 +235,27 @@ TEST_F(FormatPage, mode_texts_show_the_largest_size_for_fixed_modes_too) {
     EXPECT_EQ(page->Entries(kMode).at(0), "DCam 1280x1024 Mono8[8Bit]");
 }
 
+TEST_F(FormatPage, mode_texts_do_not_depend_on_the_image_position) {
+    m_script.formats[2].caps.MaxCroppingSize = {0, 0};  // the largest size is then the current one
+    Place(16, 0);
+    const auto page = Open();
+    EXPECT_EQ(page->Entries(kMode).at(2), kModeTexts[2]);
+}
+
+TEST_F(FormatPage, a_scalable_mode_is_compared_with_its_image_position) {
+    Place(8, 6);
+    const auto page = OpenAt(2);
+    EXPECT_EQ(page->Selected(kMode), kModeTexts[0]) << "the entry is now narrower than the current format: no match";
+}
+
+TEST_F(FormatPage, a_match_behind_the_end_of_the_list_leaves_nothing_selected) {
+    m_script.formats[0].result = E_FAIL;
+    const auto page = OpenAt(3);
+    EXPECT_EQ(page->Selected(kMode), "");
+    EXPECT_EQ(Area(*page), (std::vector<std::string>{"", "", "", ""}));
+    EXPECT_TRUE(AreaIsEnabled(*page, false));
+}
+
 TEST_F(FormatPage, capabilities_that_are_no_video_are_left_out) {
     ScriptedFormat audio = m_script.formats[0];
     audio.majorType = MEDIATYPE_Audio;
@@ -283,6 +328,12 @@ TEST_F(FormatPage, a_pin_that_cannot_be_read_leaves_an_empty_list) {
     }
 }
 
+TEST_F(FormatPage, a_current_format_that_is_none_leaves_an_empty_list) {
+    m_script.noCurrent = true;
+    const auto page = Open();
+    EXPECT_THAT(page->Entries(kMode), IsEmpty());
+}
+
 TEST_F(FormatPage, capability_records_of_another_size_are_not_read) {
     for (const int bytes : {0, 127, 129, -128}) {
         m_script.recordBytes = bytes;
@@ -335,192 +386,6 @@ TEST_F(FormatPage, choosing_nothing_marks_the_page_all_the_same) {
     page->Notify(kMode, CBN_SELCHANGE);
     EXPECT_EQ(Area(*page), (std::vector<std::string>{"0", "0", "640", "480"})) << "what was shown stays";
     EXPECT_EQ(page->Page()->IsPageDirty(), S_OK);
-}
-
-// ---- Speed --------------------------------------------------------------------------------------------------------
-
-TEST_F(FormatPage, speeds_run_from_the_lowest_to_the_highest) {
-    Object().Patch(kSpeedId, 36, 1);
-    Object().Patch(kSpeedId, 40, 3);
-    Object().Patch(kSpeedId, 24, 2);
-    const auto page = Open();
-    EXPECT_THAT(page->Entries(kSpeed), ElementsAre("S200", "S400", "S800"));
-    EXPECT_EQ(page->Selected(kSpeed), "S400");
-    EXPECT_EQ(::SendMessageA(page->Control(kSpeed), CB_GETITEMDATA, 0, 0), 1);
-}
-
-TEST_F(FormatPage, a_speed_outside_of_the_range_selects_nothing) {
-    Object().Patch(kSpeedId, 36, 0);
-    Object().Patch(kSpeedId, 40, 2);
-    Object().Patch(kSpeedId, 24, 3);
-    const auto page = Open();
-    EXPECT_EQ(page->Entries(kSpeed).size(), 3u);
-    EXPECT_EQ(page->Selected(kSpeed), "");
-}
-
-TEST_F(FormatPage, hostile_speed_ranges_end) {
-    struct Row {
-        ULONG min, max;
-        std::size_t entries;
-    };
-    for (const auto& [min, max, entries] :
-         {Row{0, 0xFFFFFFFF, 6}, {5, 0xFFFFFFFF, 1}, {6, 0xFFFFFFFF, 0}, {0xFFFFFFFF, 0xFFFFFFFF, 0}, {3, 1, 0}}) {
-        RenewCamera();
-        Object().Patch(kSpeedId, 36, min);
-        Object().Patch(kSpeedId, 40, max);
-        const auto page = Open();
-        EXPECT_EQ(page->Entries(kSpeed).size(), entries) << min << " to " << max;
-        EXPECT_EQ(page->Entries(kMode).size(), 4u) << "the rest of the page works";
-    }
-}
-
-TEST_F(FormatPage, a_speed_that_cannot_be_read_leaves_the_list_empty) {
-    for (const int nth : {1, 2}) {
-        Camera().AddFault({.nth = nth, .id = kSpeedId, .action = kolmsim::SimFaultAction::fail, .code = E_FAIL});
-        const auto page = Open();
-        EXPECT_THAT(page->Entries(kSpeed), IsEmpty());
-        EXPECT_EQ(std::ranges::count(m_opening, Get(kSpeedId)), nth) << "the first failure stops";
-        EXPECT_FALSE(page->Entries(kChannel).empty());
-    }
-}
-
-TEST_F(FormatPage, choosing_a_speed_sets_it_at_once_and_marks_nothing) {
-    const auto page = Open();
-
-    page->Pick(kSpeed, "S200");
-
-    EXPECT_EQ(Object().Sent(), (Wire{Set(kSpeedId).With(24, 1)}));
-    EXPECT_EQ(page->Selected(kSpeed), "S200");
-    EXPECT_EQ(page->Page()->IsPageDirty(), S_FALSE);
-}
-
-TEST_F(FormatPage, a_refused_speed_is_read_back) {
-    const auto page = Open();
-    const std::string before = page->Selected(kSpeed);
-    ASSERT_NE(before, "S100");
-    for (const HRESULT code : {E_FAIL, S_FALSE}) {
-        Camera().AddFault({.nth = 1,
-                           .id = kSpeedId,
-                           .flags = 2,
-                           .action = code == E_FAIL ? kolmsim::SimFaultAction::fail : kolmsim::SimFaultAction::answer,
-                           .code = code});
-        page->Pick(kSpeed, "S100");
-        EXPECT_EQ(Object().Sent(), (Wire{Set(kSpeedId), Get(kSpeedId)}));
-        EXPECT_EQ(page->Selected(kSpeed), before);
-    }
-}
-
-TEST_F(FormatPage, a_refused_speed_that_cannot_be_read_back_stays_chosen) {
-    const auto page = Open();
-    Camera().AddFault({.nth = 0, .id = kSpeedId, .action = kolmsim::SimFaultAction::fail, .code = E_FAIL});
-    page->Pick(kSpeed, "S100");
-    EXPECT_EQ(page->Selected(kSpeed), "S100");
-}
-
-// ---- Channel ------------------------------------------------------------------------------------------------------
-
-TEST_F(FormatPage, channels_follow_auto) {
-    Object().Patch(kChannelId, 36, 2);
-    Object().Patch(kChannelId, 40, 4);
-    Object().Patch(kChannelId, 24, 3);
-    const auto page = Open();
-    EXPECT_THAT(page->Entries(kChannel), ElementsAre("Auto", "ch 2", "ch 3", "ch 4"));
-    EXPECT_EQ(::SendMessageA(page->Control(kChannel), CB_GETITEMDATA, 1, 0), 2);
-    EXPECT_EQ(static_cast<LONG>(::SendMessageA(page->Control(kChannel), CB_GETITEMDATA, 0, 0)), -1);
-}
-
-TEST_F(FormatPage, the_current_channel_is_selected_unless_the_feature_is_in_auto) {
-    struct Row {
-        ULONG mode;
-        const char* selected;
-    };
-    for (const auto& [mode, selected] : {Row{0x2, "ch 3"}, {0x8, "Auto"}}) {  // mode bits: Manual, Auto
-        RenewCamera();
-        Object().Patch(kChannelId, 36, 0);
-        Object().Patch(kChannelId, 40, 7);
-        Object().Patch(kChannelId, 24, 3);
-        Object().Patch(kChannelId, 28, mode);
-        const auto page = Open();
-        EXPECT_EQ(page->Selected(kChannel), selected);
-    }
-}
-
-TEST_F(FormatPage, a_channel_outside_of_the_range_selects_auto) {
-    Object().Patch(kChannelId, 24, 64);
-    const auto page = Open();
-    EXPECT_EQ(page->Selected(kChannel), "Auto");
-}
-
-TEST_F(FormatPage, hostile_channel_ranges_end) {
-    struct Row {
-        ULONG min, max;
-        std::size_t entries;  ///< with "Auto"
-        const char* last;
-    };
-    for (const auto& [min, max, entries, last] : {Row{0, 0xFFFFFFFF, 65, "ch 63"},
-                                                  {0xFFFFFFFE, 0xFFFFFFFF, 3, "ch -1"},
-                                                  {5, 4, 1, "Auto"},
-                                                  {9, 9, 2, "ch 9"}}) {
-        RenewCamera();
-        Object().Patch(kChannelId, 36, min);
-        Object().Patch(kChannelId, 40, max);
-        const auto page = Open();
-        ASSERT_EQ(page->Entries(kChannel).size(), entries) << min << " to " << max;
-        EXPECT_EQ(page->Entries(kChannel).back(), last);
-    }
-}
-
-TEST_F(FormatPage, a_channel_that_cannot_be_read_leaves_the_list_empty) {
-    // Presence and range come with one request, mode and value with one each.
-    for (const int nth : {1, 2, 3}) {
-        RenewCamera();
-        Camera().AddFault({.nth = nth, .id = kChannelId, .action = kolmsim::SimFaultAction::fail, .code = E_FAIL});
-        const auto page = Open();
-        EXPECT_THAT(page->Entries(kChannel), IsEmpty()) << nth;
-        EXPECT_EQ(page->Entries(kMode).size(), 4u);
-    }
-}
-
-TEST_F(FormatPage, an_absent_channel_feature_is_listed_when_it_answers) {
-    EXPECT_TRUE(Camera().SetFeaturePresent(kChannelId, false));
-    const auto page = Open();
-    // Only the calls' results count; this driver refuses an absent feature's values.
-    EXPECT_THAT(page->Entries(kChannel), IsEmpty());
-}
-
-TEST_F(FormatPage, choosing_a_channel_sets_it_at_once_and_marks_nothing) {
-    const auto page = Open();
-
-    page->Pick(kChannel, "ch 5");
-
-    const Wire sent = Object().Sent();
-    ASSERT_EQ(sent.size(), 2u);
-    EXPECT_EQ(sent[0], Get(kChannelId)) << "the record that is sent back with another value";
-    EXPECT_EQ(sent[1].Word(20), 2u) << "a SET";
-    EXPECT_EQ(sent[1].Word(24), 5u);
-    EXPECT_EQ(page->Page()->IsPageDirty(), S_FALSE);
-}
-
-TEST_F(FormatPage, choosing_auto_sends_minus_one_and_a_refusal_selects_the_current_channel) {
-    const auto page = Open();
-    page->Pick(kChannel, "ch 5");
-    Object().Forget();
-
-    page->Pick(kChannel, "Auto");
-
-    const Wire sent = Object().Sent();
-    ASSERT_GE(sent.size(), 1u);
-    EXPECT_EQ(page->Selected(kChannel), "ch 5");
-}
-
-TEST_F(FormatPage, lists_that_fail_raise_nothing_to_the_user) {
-    const auto page = Open();
-    for (const int combo : {kSpeed, kChannel}) {
-        ::SendMessageA(page->Control(combo), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
-        page->Notify(combo, CBN_SELCHANGE);
-    }
-    EXPECT_EQ(Object().Sent(), Wire{}) << "nothing was chosen";
-    EXPECT_EQ(page->Page()->IsPageDirty(), S_FALSE);
 }
 
 }  // namespace

@@ -38,24 +38,6 @@ ScriptedFormat VideoFormat(LONG width, LONG height, DWORD fourCc, WORD bits) {
     return format;
 }
 
-/// In task memory, as a driver hands it out.
-AM_MEDIA_TYPE* NewType(const ScriptedFormat& format) {
-    auto* const type = static_cast<AM_MEDIA_TYPE*>(::CoTaskMemAlloc(sizeof(AM_MEDIA_TYPE)));
-    *type = {};
-    type->majortype = format.majorType;
-    type->subtype = format.subtype;
-    type->formattype = format.formatType;
-    type->bFixedSizeSamples = TRUE;
-    type->lSampleSize = format.sampleBytes;
-    type->cbFormat = format.blockBytes;
-    if (format.blockBytes != 0) {
-        type->pbFormat = static_cast<BYTE*>(::CoTaskMemAlloc(format.blockBytes));
-        std::memset(type->pbFormat, 0, format.blockBytes);
-        std::memcpy(type->pbFormat, &format.header, std::min<std::size_t>(format.blockBytes, sizeof format.header));
-    }
-    return type;
-}
-
 }  // namespace
 
 void SetArea(ScriptedFormat& format, const RECT& area) {
@@ -99,8 +81,7 @@ public:
 
     ULONG STDMETHODCALLTYPE AddRef() override { return ++m_count; }
     ULONG STDMETHODCALLTYPE Release() override {
-        m_script.calls.push_back(std::string("release ") + m_name);
-        if (m_script.onRelease) m_script.onRelease(m_name);
+        if (m_name != nullptr) m_script.Note(m_name);
         return --m_count;
     }
 
@@ -142,8 +123,8 @@ public:
     HRESULT STDMETHODCALLTYPE GetFormat(AM_MEDIA_TYPE** type) override {
         m_script.calls.emplace_back("GetFormat");
         *type = nullptr;
-        if (m_script.getFormat == S_OK)
-            *type = NewType(m_script.formats.at(static_cast<std::size_t>(m_script.current)));
+        if (m_script.getFormat == S_OK && !m_script.noCurrent)
+            *type = m_script.NewType(m_script.formats.at(static_cast<std::size_t>(m_script.current)));
         return m_script.getFormat;
     }
     HRESULT STDMETHODCALLTYPE GetNumberOfCapabilities(int* count, int* bytes) override {
@@ -157,7 +138,7 @@ public:
         *type = nullptr;
         if (static_cast<std::size_t>(index) >= m_script.formats.size()) return S_FALSE;
         const ScriptedFormat& format = m_script.formats[static_cast<std::size_t>(index)];
-        if (!format.noType) *type = NewType(format);
+        if (!format.noType) *type = m_script.NewType(format);
         std::memcpy(caps, &format.caps, sizeof format.caps);
         return format.result;
     }
@@ -201,7 +182,7 @@ public:
         m_script.calls.push_back("Next " + std::to_string(count));
         EXPECT_TRUE(count == 1 || fetched != nullptr);
         *pins = nullptr;
-        if (m_script.next != S_OK) return m_script.next;
+        if (m_script.next != S_OK || m_script.givesNoPin) return m_script.next;
         return m_script.m_pin->QueryInterface(IID_IPin, reinterpret_cast<void**>(pins));
     }
     HRESULT STDMETHODCALLTYPE Skip(ULONG) override { return E_NOTIMPL; }
@@ -219,7 +200,7 @@ public:
     HRESULT STDMETHODCALLTYPE EnumPins(IEnumPins** pins) override {
         m_script.calls.emplace_back("EnumPins");
         *pins = nullptr;
-        if (m_script.enumPins != S_OK) return m_script.enumPins;
+        if (m_script.enumPins != S_OK || m_script.givesNothing) return m_script.enumPins;
         return m_script.m_pins->QueryInterface(IID_IEnumPins, reinterpret_cast<void**>(pins));
     }
     HRESULT STDMETHODCALLTYPE GetClassID(CLSID*) override { return E_NOTIMPL; }
@@ -235,17 +216,51 @@ public:
     HRESULT STDMETHODCALLTYPE QueryVendorInfo(LPWSTR*) override { return E_NOTIMPL; }
 };
 
+/// Hangs on every media type that is handed out, so that freeing one shows.
+class CScriptedFilter::CTypeMark final : public CCounted<IUnknown> {
+public:
+    explicit CTypeMark(CScriptedFilter& script) : CCounted(script, script.references.types, nullptr) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) override { return Give(riid, IID_IUnknown, out); }
+};
+
 CScriptedFilter::CScriptedFilter()
     : m_filter(std::make_unique<CFilter>(*this)),
       m_pins(std::make_unique<CPins>(*this)),
       m_pin(std::make_unique<CPin>(*this)),
-      m_config(std::make_unique<CConfig>(*this)) {}
+      m_config(std::make_unique<CConfig>(*this)),
+      m_typeMark(std::make_unique<CTypeMark>(*this)) {}
 
 CScriptedFilter::~CScriptedFilter() {
     EXPECT_EQ(references.filter, 0u) << "references to the filter are left over";
     EXPECT_EQ(references.pins, 0u) << "references to the enumerator are left over";
     EXPECT_EQ(references.pin, 0u) << "references to the pin are left over";
     EXPECT_EQ(references.config, 0u) << "references to the configuration are left over";
+    EXPECT_EQ(references.types, 0u) << "media types were not freed";
+}
+
+AM_MEDIA_TYPE* CScriptedFilter::NewType(const ScriptedFormat& format) {
+    auto* const type = static_cast<AM_MEDIA_TYPE*>(::CoTaskMemAlloc(sizeof(AM_MEDIA_TYPE)));
+    *type = {};
+    type->majortype = format.majorType;
+    type->subtype = format.subtype;
+    type->formattype = format.formatType;
+    type->bFixedSizeSamples = TRUE;
+    type->lSampleSize = format.sampleBytes;
+    type->pUnk = m_typeMark.get();
+    m_typeMark->AddRef();
+    type->cbFormat = format.blockBytes;
+    if (format.blockBytes != 0) {
+        type->pbFormat = static_cast<BYTE*>(::CoTaskMemAlloc(format.blockBytes));
+        std::memset(type->pbFormat, 0, format.blockBytes);
+        std::memcpy(type->pbFormat, &format.header, std::min<std::size_t>(format.blockBytes, sizeof format.header));
+    }
+    return type;
+}
+
+void CScriptedFilter::Note(const char* released) {
+    calls.push_back(std::string("release ") + released);
+    if (onRelease) onRelease(released);
 }
 
 IBaseFilter* CScriptedFilter::Filter() {

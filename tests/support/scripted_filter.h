@@ -15,6 +15,8 @@
 
 namespace kolmfluxor::test {
 
+template <class Interface> class CCounted;
+
 /// A media type with its capability record, and how the pin answers for it.
 struct ScriptedFormat {
     GUID majorType{};
@@ -67,6 +69,9 @@ public:
     HRESULT getFormat = S_OK;
     HRESULT getCount = S_OK;
     HRESULT setFormat = S_OK;
+    bool givesNothing = false;        ///< EnumPins succeeds without an enumerator
+    bool givesNoPin = false;          ///< Next succeeds without a pin
+    bool noCurrent = false;           ///< GetFormat succeeds without a media type
     std::optional<int> claimedCount;  ///< of capabilities; as many as there are without it
     int recordBytes = sizeof(VIDEO_STREAM_CONFIG_CAPS);
 
@@ -77,19 +82,26 @@ public:
     std::vector<std::string> calls;
     std::vector<ScriptedFormat> set;  ///< what SetFormat was given
     struct {
-        ULONG filter = 0, pins = 0, pin = 0, config = 0;
-    } references;  ///< given out and not yet released
+        ULONG filter = 0, pins = 0, pin = 0, config = 0, types = 0;
+    } references;  ///< given out and not yet released; media types, too
 
 private:
     class CFilter;
     class CPins;
     class CPin;
     class CConfig;
+    class CTypeMark;
+    template <class Interface> friend class CCounted;
+
+    /// A media type in task memory, as a driver hands it out.
+    AM_MEDIA_TYPE* NewType(const ScriptedFormat& format);
+    void Note(const char* released);
 
     std::unique_ptr<CFilter> m_filter;
     std::unique_ptr<CPins> m_pins;
     std::unique_ptr<CPin> m_pin;
     std::unique_ptr<CConfig> m_config;
+    std::unique_ptr<CTypeMark> m_typeMark;
 };
 
 }  // namespace kolmfluxor::test

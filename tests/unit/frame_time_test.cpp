@@ -140,7 +140,7 @@ TEST(FrameTimeSnap, nearest_agrees_with_a_search_of_all_rates) {
     }
 }
 
-TEST(IidcRates, a_frame_time_gives_the_rate_that_is_not_faster) {
+TEST(IidcRates, a_frame_time_gives_the_rate_that_is_not_slower) {
     EXPECT_EQ(FrameTimeToIidcFpms(kLongest), 1875);
     EXPECT_EQ(FrameTimeToIidcFpms(kMostNegative), 240'000);
     EXPECT_EQ(FrameTimeToIidcFpms(0), 240'000);

@@ -85,10 +85,10 @@ bool StreamThread::WaitForPace() {
     if (m_setup.paceTime == 0) {
         return true;
     }
-    using FrameTicks = std::chrono::duration<LONGLONG, std::ratio<1, 10'000'000>>;
+    const std::chrono::duration<LONGLONG, std::ratio<1, 10'000'000>> frameTime(m_setup.paceTime);
     const auto now = steady_clock::now();
-    // A picture that came late delays all that follow: a camera does not catch up.
-    m_due = std::max(m_due, now - FrameTicks(m_setup.paceTime)) + FrameTicks(m_setup.paceTime);
+    // One that came a whole frame late delays all that follow: a camera does not catch up.
+    m_due = (m_due + frameTime < now ? now : m_due) + frameTime;
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_due - now);
     return left.count() <= 0 || ::WaitForSingleObject(m_stop.get(), static_cast<DWORD>(left.count())) == WAIT_TIMEOUT;
 }

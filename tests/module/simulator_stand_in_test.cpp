@@ -172,13 +172,14 @@ TEST_F(SimulatorDoor, lut_memory_can_be_looked_at) {
     EXPECT_EQ(m_camera->ReadLutMemory(4, bytes.data(), 8), 0U);
 }
 
-TEST_F(SimulatorDoor, pictures_come_in_three_layouts) {
+TEST_F(SimulatorDoor, pictures_come_in_six_layouts) {
     struct Layout {
         std::uint32_t compression, bitsPerPixel;
         std::size_t bytes;
     };
-    for (const Layout& layout :
-         {Layout{0x30303859, 8, 640 * 480}, Layout{0x59565955, 16, 640 * 480 * 2}, Layout{BI_RGB, 24, 640 * 480 * 3}}) {
+    for (const Layout& layout : {Layout{0x30303859, 8, 640 * 480}, Layout{0x59565955, 16, 640 * 480 * 2},
+                                 Layout{BI_RGB, 24, 640 * 480 * 3}, Layout{0x31313459, 12, 640 * 480 * 3 / 2},
+                                 Layout{0x36315941, 16, 640 * 480 * 2}, Layout{0x38575241, 8, 640 * 480}}) {
         std::vector<std::uint8_t> picture(layout.bytes);
         kolmsim::SimFrame frame{.compression = layout.compression,
                                 .bitsPerPixel = layout.bitsPerPixel,
@@ -197,7 +198,7 @@ TEST_F(SimulatorDoor, pictures_come_in_three_layouts) {
     }
     std::uint32_t counted = 0;
     ASSERT_TRUE(m_camera->PeekRegister(0xF1000274, &counted));
-    EXPECT_EQ(counted, 3U);
+    EXPECT_EQ(counted, 6U);
 }
 
 // ---- Opening, state files -----------------------------------------------------------------------------------------

@@ -29,6 +29,7 @@ constexpr CodeRow kCodes[] = {
     {0x8000FFFF, "E_UNEXPECTED",               "the filter has no device handle"},
     {0x80040154, "REGDB_E_CLASSNOTREG",        "class not registered"},
     {0x80040110, "CLASS_E_NOAGGREGATION",      "the class cannot be part of a filter"},
+    {0x80040200, "VFW_E_INVALIDMEDIATYPE",     "the camera or its driver does not take this media type"},
     {0x80040209, "VFW_E_NOT_CONNECTED",        "the pin is not connected"},
     {0x80040216, "VFW_E_NOT_FOUND",            "object or name not found"},
     {0x80040224, "VFW_E_NOT_STOPPED",          "the filter is not stopped"},
@@ -44,6 +45,7 @@ constexpr CodeRow kCodes[] = {
     {0x8007048F, "ERROR_DEVICE_NOT_CONNECTED", "the camera is not connected"},
     {0x80070490, "ERROR_NOT_FOUND",            "this camera or its driver does not have the property"},
     {0x80070492, "ERROR_SET_NOT_FOUND",        "the driver does not have the property set"},
+    {0x800705AA, "ERROR_NO_SYSTEM_RESOURCES",  "the bus is too slow for this at its present speed"},
 };
 // clang-format on
 

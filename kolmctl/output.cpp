@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kGap = 2;  // blanks between two columns
 
-std::string CellText(const Json& value) {
+std::string CellText(const Json& value, const Column& column) {
     if (value.is_boolean()) {
         return value.get<bool>() ? "yes" : "no";
     }
@@ -21,15 +21,16 @@ std::string CellText(const Json& value) {
     }
     if (value.is_array()) {
         std::vector<std::string> texts;
-        std::ranges::transform(value, std::back_inserter(texts), CellText);
-        return Join(texts, ",");
+        std::ranges::transform(value, std::back_inserter(texts),
+                               [&](const Json& element) { return CellText(element, column); });
+        return Join(texts, column.separator);
     }
     return value.is_null() ? "" : value.dump();
 }
 
 /// A cell must not end its line or column.
-std::string TsvText(const Json& value) {
-    std::string text = CellText(value);
+std::string TsvText(const Json& value, const Column& column) {
+    std::string text = CellText(value, column);
     std::ranges::replace_if(
         text, [](char c) { return c == '\t' || c == '\n' || c == '\r'; }, ' ');
     return text;
@@ -78,8 +79,8 @@ std::string Table::RecordsText() const {
     for (const auto& row : m_rows) {
         text += text.empty() ? "" : "\n";
         for (std::size_t i = 0; i < m_columns.size(); ++i) {
-            std::string line =
-                Padded(m_columns[i].heading, width, Align::left) + std::string(kGap, ' ') + CellText(row[i]);
+            std::string line = Padded(m_columns[i].heading, width, Align::left) + std::string(kGap, ' ') +
+                               CellText(row[i], m_columns[i]);
             TrimRight(&line);
             text += line + "\n";
         }
@@ -92,7 +93,7 @@ std::string Table::RowsText() const {
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
         std::size_t width = CountCharacters(m_columns[i].heading);
         for (const auto& row : m_rows) {
-            width = std::max(width, CountCharacters(CellText(row[i])));
+            width = std::max(width, CountCharacters(CellText(row[i], m_columns[i])));
         }
         widths.push_back(width);
     }
@@ -107,7 +108,7 @@ std::string Table::RowsText() const {
     };
     addLine([&](std::size_t i) -> std::string { return m_columns[i].heading; });
     for (const auto& row : m_rows) {
-        addLine([&](std::size_t i) { return CellText(row[i]); });
+        addLine([&](std::size_t i) { return CellText(row[i], m_columns[i]); });
     }
     return text;
 }
@@ -119,7 +120,7 @@ std::string Table::AsTsv() const {
     }
     std::string text = Join(cells, "\t") + "\n";
     for (const auto& row : m_rows) {
-        std::ranges::transform(row, cells.begin(), TsvText);
+        std::ranges::transform(row, m_columns, cells.begin(), TsvText);
         text += Join(cells, "\t") + "\n";
     }
     return text;

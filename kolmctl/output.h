@@ -19,6 +19,7 @@ struct Column {
     const char* key;      ///< name of the value in JSON, heading in TSV
     const char* heading;  ///< heading for people
     Align align;
+    const char* separator = ",";  ///< between the values of an array, outside of JSON
 };
 
 /// How a table looks to people; programs get the same of both.

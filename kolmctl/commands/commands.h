@@ -8,6 +8,9 @@
 namespace kolmctl {
 
 [[nodiscard]] std::unique_ptr<Command> MakeFeatures();
+[[nodiscard]] std::unique_ptr<Command> MakeFormat();
+[[nodiscard]] std::unique_ptr<Command> MakeFormatSet();
+[[nodiscard]] std::unique_ptr<Command> MakeFormats();
 [[nodiscard]] std::unique_ptr<Command> MakeGet();
 [[nodiscard]] std::unique_ptr<Command> MakeInfo();
 [[nodiscard]] std::unique_ptr<Command> MakeIso();

@@ -10,8 +10,8 @@ using ::testing::MatchesRegex;
 
 class KolmctlUsage : public KolmctlTest {};
 
-constexpr const char* kSubcommands[] = {"list", "info", "features", "get", "set",   "trigger",
-                                        "iso",  "lut",  "reg",      "raw", "trace", "pages"};
+constexpr const char* kSubcommands[] = {"list", "info", "features", "get",   "set",   "trigger", "iso",
+                                        "lut",  "reg",  "raw",      "trace", "pages", "formats", "format"};
 
 struct Nested {
     const wchar_t* group;
@@ -24,6 +24,7 @@ constexpr Nested kNested[] = {
     {L"lut", L"upload", "Usage: kolmctl lut upload"},   {L"reg", L"read", "Usage: kolmctl reg read"},
     {L"reg", L"write", "Usage: kolmctl reg write"},     {L"reg", L"dump", "Usage: kolmctl reg dump"},
     {L"raw", L"get", "Usage: kolmctl raw get"},         {L"raw", L"set", "Usage: kolmctl raw set"},
+    {L"format", L"set", "Usage: kolmctl format set"},
 };
 
 TEST_F(KolmctlUsage, help_names_every_subcommand_with_an_example_and_the_exit_codes) {

@@ -119,7 +119,11 @@ HRESULT CBasePropertyPage::IsPageDirty() {
 
 HRESULT CBasePropertyPage::Apply() {
     if (!m_bObjectSet || m_pPageSite == nullptr) return E_UNEXPECTED;
-    if (IsPageDirty() == S_FALSE) return S_OK;
+    return IsPageDirty() == S_FALSE ? S_OK : ApplyNow();
+}
+
+HRESULT CBasePropertyPage::ApplyNow() {
+    if (!m_bObjectSet || m_pPageSite == nullptr) return E_UNEXPECTED;
     const HRESULT hr = AtBoundary([this] { return OnApplyChanges(); });
     if (SUCCEEDED(hr)) m_bDirty = FALSE;
     return hr;

@@ -54,6 +54,9 @@ protected:
     virtual HRESULT OnDeactivate() = 0;
     virtual HRESULT OnApplyChanges() = 0;
 
+    /// `Apply` for pages that have something to do in it without changes of their own, too.
+    HRESULT ApplyNow();
+
     HWND m_hwnd = nullptr;      ///< the dialog between `Activate` and `Deactivate`
     BOOL m_bDirty = FALSE;      ///< there are unapplied changes
     BOOL m_bObjectSet = FALSE;  ///< between `SetObjects(1, …)` and `SetObjects(0, …)`

@@ -7,6 +7,7 @@
 #include "driver/property_set.h"
 #include "pages/exposure_page.h"
 #include "pages/format_page.h"
+#include "pages/trigger_page.h"
 
 namespace kolmfluxor {
 namespace {
@@ -22,7 +23,9 @@ constexpr CFactoryTemplate kClasses[] = {
      .classId = &CLSID_KolmFluxorPropertySet,
      .create = CKolmFluxorPropertySet::CreateInstance},
     {.name = L"KolmFluxorPropertyPageColor", .classId = &CLSID_KolmFluxorPage_Color, .create = CreateNothing},
-    {.name = L"KolmFluxorPropertyPageTrigger", .classId = &CLSID_KolmFluxorPage_Trigger, .create = CreateNothing},
+    {.name = L"KolmFluxorPropertyPageTrigger",
+     .classId = &CLSID_KolmFluxorPage_Trigger,
+     .create = CKolmFluxorPage_Trigger::CreateInstance},
     {.name = L"KolmStillImage", .classId = &CLSID_KolmStillImage, .create = CreateNothing},
     {.name = L"KolmFluxorPropertyPageInfo", .classId = &CLSID_KolmFluxorPage_Info, .create = CreateNothing},
     {.name = L"KolmFluxorPropertyPageFormat",

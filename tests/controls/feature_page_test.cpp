@@ -11,6 +11,7 @@
 
 #include "base/module_state.h"
 #include "pages/exposure_page.h"
+#include "pages/trigger_page.h"
 #include "support/own_desktop.h"
 #include "support/page_site.h"
 #include "support/patched_import.h"
@@ -211,6 +212,65 @@ TEST_F(FeaturePage, an_object_without_the_interface_leaves_a_dead_page_that_does
     EXPECT_EQ(face->Deactivate(), S_OK);
     EXPECT_EQ(face->SetObjects(0, nullptr), S_OK);
     EXPECT_EQ(face->Release(), 0u);
+}
+
+TEST_F(FeaturePage, the_trigger_page_runs_a_timer_whose_ticks_do_nothing) {
+    HRESULT hr = E_FAIL;
+    auto* const page = static_cast<CKolmFluxorPage_Trigger*>(CKolmFluxorPage_Trigger::CreateInstance(nullptr, &hr));
+    ASSERT_EQ(hr, S_OK);
+    page->Inner()->AddRef();
+    ASSERT_EQ(Connect(*page), S_OK);
+    ASSERT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(g_timerCalls, Calls{"set 1 500"});
+    Object().Forget();
+
+    EXPECT_EQ(page->OnReceiveMessage(Dialog(), WM_TIMER, 1, 0), 0);
+
+    EXPECT_EQ(g_timerCalls, Calls{"set 1 500"}) << "not even started anew";
+    EXPECT_EQ(Object().Sent(), Wire{});
+    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
+    EXPECT_EQ(g_timerCalls, (Calls{"set 1 500", "kill 1"}));
+    EXPECT_EQ(page->Deactivate(), S_OK);
+    EXPECT_EQ(page->Inner()->Release(), 0u);
+}
+
+TEST_F(FeaturePage, the_trigger_page_asks_nothing_without_the_common_controls) {
+    HRESULT hr = E_FAIL;
+    auto* const page = static_cast<CKolmFluxorPage_Trigger*>(CKolmFluxorPage_Trigger::CreateInstance(nullptr, &hr));
+    ASSERT_EQ(hr, S_OK);
+    page->Inner()->AddRef();
+    ASSERT_EQ(Connect(*page), S_OK);
+    {
+        const CPatchedImport patch(&__imp_InitCommonControlsEx, reinterpret_cast<void*>(&RefuseControls));
+        EXPECT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    }
+    EXPECT_EQ(Object().Sent(), Wire{});
+    EXPECT_EQ(page->Deactivate(), S_OK);
+    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
+    EXPECT_EQ(page->Inner()->Release(), 0u);
+}
+
+TEST_F(FeaturePage, a_trigger_page_without_a_camera_is_disabled_and_does_no_harm) {
+    HRESULT hr = E_FAIL;
+    auto* const page = static_cast<CKolmFluxorPage_Trigger*>(CKolmFluxorPage_Trigger::CreateInstance(nullptr, &hr));
+    ASSERT_EQ(hr, S_OK);
+    page->Inner()->AddRef();
+    CPageSite site;
+    IUnknown* stranger = &site;
+
+    EXPECT_EQ(page->SetPageSite(&site), S_OK);
+    EXPECT_EQ(page->SetObjects(1, &stranger), E_NOINTERFACE);
+    EXPECT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    for (const int id : {1118, 1110, 1111, 1055, 1056, 1057, 1060, 1120, 1121, 1125, 1126, 1130, 1131})
+        EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(Dialog(), id))) << id;
+    ::SendMessageA(Dialog(), WM_TIMER, 1, 0);
+    ::SendMessageA(Dialog(), WM_COMMAND, MAKEWPARAM(1110, CBN_SELCHANGE), 0);
+    ::SendMessageA(Dialog(), WM_COMMAND, MAKEWPARAM(1055, BN_CLICKED), 0);
+    EXPECT_EQ(page->Apply(), S_OK);
+    EXPECT_EQ(page->Deactivate(), S_OK);
+    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
+    EXPECT_EQ(page->SetPageSite(nullptr), S_OK);
+    EXPECT_EQ(page->Inner()->Release(), 0u);
 }
 
 TEST_F(FeaturePage, released_while_connected_keeps_its_reference_on_the_camera) {

@@ -23,7 +23,7 @@ struct ClassRow {
 const ClassRow kClasses[] = {
     {"CKolmFluxorPropertySet", CLSID_KolmFluxorPropertySet, true},
     {"CKolmFluxorPage_Color", CLSID_KolmFluxorPage_Color, false},
-    {"CKolmFluxorPage_Trigger", CLSID_KolmFluxorPage_Trigger, false},
+    {"CKolmFluxorPage_Trigger", CLSID_KolmFluxorPage_Trigger, true},
     {"CKolmStillImage", CLSID_KolmStillImage, false},
     {"CKolmFluxorPage_Info", CLSID_KolmFluxorPage_Info, false},
     {"CKolmFluxorPage_Format", CLSID_KolmFluxorPage_Format, true},

@@ -42,6 +42,10 @@ CPageHost::~CPageHost() {
 
 void CPageHost::Reactivate() {
     EXPECT_EQ(m_page->Deactivate(), S_OK);
+    Activate();
+}
+
+void CPageHost::Activate() {
     EXPECT_EQ(m_page->Activate(m_window, &kPlace, FALSE), S_OK);
 }
 

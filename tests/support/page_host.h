@@ -32,6 +32,8 @@ public:
 
     /// Deactivates the page and activates it again.
     void Reactivate();
+    /// Activates the page after a test has deactivated it.
+    void Activate();
 
     // What the controls show
     [[nodiscard]] std::string Text(int id) const;

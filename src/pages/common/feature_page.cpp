@@ -27,6 +27,7 @@ HRESULT CFeaturePage::OnDisconnect() {
 HRESULT CFeaturePage::OnActivate() {
     const INITCOMMONCONTROLSEX classes = {.dwSize = sizeof classes, .dwICC = ICC_BAR_CLASSES};
     if (!::InitCommonControlsEx(&classes)) return E_FAIL;
+    OnFillFirst();
     for (const auto& [control, caption, feature] : m_groups) {
         control->SetCaption(caption);
         if (m_camera == nullptr) {

@@ -37,6 +37,8 @@ protected:
     HRESULT OnDisconnect() override;
     HRESULT OnActivate() override;
 
+    /// Fills what the page asks the camera for before its groups. `Camera` may be null: the page shows itself disabled.
+    virtual void OnFillFirst() {}
     /// Fills the page from the camera; the groups of the table are filled already.
     virtual void OnFill() {}
     /// A timer tick; this one polls the groups that move by themselves.

@@ -7,6 +7,7 @@
 #include "driver/property_set.h"
 #include "pages/exposure_page.h"
 #include "pages/format_page.h"
+#include "pages/info_page.h"
 #include "pages/trigger_page.h"
 
 namespace kolmfluxor {
@@ -27,10 +28,12 @@ constexpr CFactoryTemplate kClasses[] = {
      .classId = &CLSID_KolmFluxorPage_Trigger,
      .create = CKolmFluxorPage_Trigger::CreateInstance},
     {.name = L"KolmStillImage", .classId = &CLSID_KolmStillImage, .create = CreateNothing},
-    {.name = L"KolmFluxorPropertyPageInfo", .classId = &CLSID_KolmFluxorPage_Info, .create = CreateNothing},
     {.name = L"KolmFluxorPropertyPageFormat",
      .classId = &CLSID_KolmFluxorPage_Format,
      .create = CKolmFluxorPage_Format::CreateInstance},
+    {.name = L"KolmFluxorPropertyPageInfo",
+     .classId = &CLSID_KolmFluxorPage_Info,
+     .create = CKolmFluxorPage_Info::CreateInstance},
     {.name = L"KolmFluxorPropertyPageExposure",
      .classId = &CLSID_KolmFluxorPage_Exposure,
      .create = CKolmFluxorPage_Exposure::CreateInstance},

@@ -25,7 +25,7 @@ const ClassRow kClasses[] = {
     {"CKolmFluxorPage_Color", CLSID_KolmFluxorPage_Color, false},
     {"CKolmFluxorPage_Trigger", CLSID_KolmFluxorPage_Trigger, true},
     {"CKolmStillImage", CLSID_KolmStillImage, false},
-    {"CKolmFluxorPage_Info", CLSID_KolmFluxorPage_Info, false},
+    {"CKolmFluxorPage_Info", CLSID_KolmFluxorPage_Info, true},
     {"CKolmFluxorPage_Format", CLSID_KolmFluxorPage_Format, true},
     {"CKolmFluxorPage_Exposure", CLSID_KolmFluxorPage_Exposure, true},
     {"CKolmFluxorPage_DirectAccess", CLSID_KolmFluxorPage_DirectAccess, false},

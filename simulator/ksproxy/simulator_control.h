@@ -116,7 +116,7 @@ struct ISimulatedCamera {
     /// checked: any mode word, any value.
     virtual bool SetFeatureWord(std::uint32_t driverId, std::uint32_t offset, std::uint32_t word) = 0;
 
-    /// The camera has a feature no longer, or again.
+    /// The camera has a feature, or its trigger (53), no longer, or again.
     virtual bool SetFeaturePresent(std::uint32_t driverId, bool present) = 0;
 
     /// What a register shows; not logged, and no time passes. False where there is none.

@@ -10,6 +10,7 @@
 #include "model/register_map.h"
 #include "model/register_memory.h"
 #include "model/register_table.h"
+#include "model/trigger.h"
 
 namespace kolmsim {
 namespace {
@@ -88,7 +89,7 @@ bool Camera::SetPropertyWord(std::uint32_t id, std::size_t offset, std::uint32_t
 }
 
 bool Camera::SetPropertyPresent(std::uint32_t id, bool present) {
-    if (FindFeature(id) == nullptr) {
+    if (FindFeature(id) == nullptr && id != kTriggerProperty) {
         return false;
     }
     m_state.properties[id].present = present ? 1 : 0;

@@ -7,6 +7,7 @@
 #include "model/feature_behavior.h"
 #include "model/register_map.h"
 #include "model/register_table.h"
+#include "model/trigger.h"
 
 namespace kolmsim {
 namespace {
@@ -72,7 +73,7 @@ void Apply(CameraState& state, std::uint32_t id, std::uint32_t value, std::uint3
 }  // namespace
 
 std::uint32_t ReadFeatureHiInquiry(const CameraState& state, std::uint32_t /*address*/) {
-    std::uint32_t word = BitIf(true, 31 - kTriggerPlace);
+    std::uint32_t word = BitIf(state.properties[kTriggerProperty].present != 0, 31 - kTriggerPlace);
     for (std::uint32_t place = 0; place < kPlaces.size(); ++place) {
         word |= BitIf(IdAt(state, kFeatureControl + 4 * place) != kNoFeature, 31 - place);
     }

@@ -13,7 +13,6 @@
 namespace kolmsim {
 namespace {
 
-constexpr std::uint32_t kId = 53;
 constexpr std::size_t kOffsetParameter = 24;
 constexpr std::size_t kOffsetState = 28;
 constexpr std::size_t kOffsetInquiry = 32;
@@ -40,6 +39,16 @@ constexpr std::uint32_t ModeBit(std::uint32_t mode) {
 std::uint32_t ModeNumber(std::uint32_t state) {
     const std::uint32_t mode = state & kModes;
     return mode != 0 ? static_cast<std::uint32_t>(std::countr_zero(mode)) - 16 : 0;
+}
+
+bool HasTrigger(const CameraState& state) {
+    return state.properties[kTriggerProperty].present != 0;
+}
+
+/// The state as far as the camera can have it: what can't be switched off is on; anything else needs the capability.
+std::uint32_t EffectiveState(const PropertyState& property) {
+    const std::uint32_t inquiry = property.At(kOffsetInquiry);
+    return (property.At(kOffsetState) & inquiry) | (~inquiry & kOn);
 }
 
 /// Puts the bits of a SET into the state; false, and nothing changed, where the camera lacks one of them.
@@ -92,14 +101,28 @@ bool PassTrigger(CameraState& state) {
 
 Status AnswerTrigger(CameraState& state, Record record) {
     if (record.IsSet() && !Enter(state, record.Word(kOffsetParameter), record.Word(kOffsetState))) {
+    PropertyState& property = state.properties[kTriggerProperty];
+    if (!HasTrigger(state)) {
+        for (const std::size_t offset : {kOffsetParameter, kOffsetState, kOffsetInquiry}) {
+            record.SetWord(offset, 0);
+        }
+        return record.IsSet() ? Status::invalidParameter : Status::ok;
+    }
         return Status::invalidParameter;
     }
     FillFromProperty(state.properties[kId], record);
     return Status::ok;
 }
 
+bool IsTriggerOn(const CameraState& state) {
+    return HasTrigger(state) && (EffectiveState(state.properties[kTriggerProperty]) & kOn) != 0;
+}
+
 std::uint32_t ReadTriggerInquiry(const CameraState& state, std::uint32_t /*address*/) {
-    const std::uint32_t inquiry = state.properties[kId].At(kOffsetInquiry);
+    if (!HasTrigger(state)) {
+        return 0;
+    }
+    const std::uint32_t inquiry = state.properties[kTriggerProperty].At(kOffsetInquiry);
     std::uint32_t word = BitIf(true, kPresence) | BitIf(true, 27) | BitIf((inquiry & kOn) != 0, 26) |
                          BitIf((inquiry & kInverted) != 0, 25) | BitIf((inquiry & kLevel) != 0, 24) | BitIf(true, 16);
     for (unsigned source = 0; source < 4; ++source) {
@@ -112,8 +135,11 @@ std::uint32_t ReadTriggerInquiry(const CameraState& state, std::uint32_t /*addre
 }
 
 std::uint32_t ReadTrigger(const CameraState& state, std::uint32_t /*address*/) {
-    const PropertyState& property = state.properties[kId];
-    const std::uint32_t bits = property.At(kOffsetState);
+    if (!HasTrigger(state)) {
+        return 0;
+    }
+    const PropertyState& property = state.properties[kTriggerProperty];
+    const std::uint32_t bits = EffectiveState(property);
     const std::uint32_t sourceBit = bits & kSources;
     const auto source = sourceBit != 0 ? static_cast<std::uint32_t>(std::countr_zero(sourceBit)) - 8 : 0;
     return BitIf(true, kPresence) | BitIf((bits & kOn) != 0, 25) | BitIf((bits & kInverted) != 0, 24) |
@@ -126,6 +152,8 @@ void WriteTrigger(CameraState& state, std::uint32_t /*address*/, std::uint32_t w
     const std::uint32_t source = Field(word, 23, 21) < 4 ? kFirstSource << Field(word, 23, 21) : 0;
     const std::uint32_t wanted = mode | source | (Bit(word, 25) ? kOn : 0) | (Bit(word, 24) ? kInverted : 0);
     const bool taken = mode != 0 && source != 0 && Enter(state, Field(word, 11, 0), wanted);
+    const bool taken = HasTrigger(state) && mode != 0 && source != 0 &&
+                       Enter(state.properties[kTriggerProperty], Field(word, 11, 0), wanted);
     NoteFeatureError(state, kTriggerPlace, !taken);
 }
 
@@ -136,7 +164,7 @@ void WriteSoftTrigger(CameraState& state, std::uint32_t /*address*/, std::uint32
 }
 
 void ResetTrigger(CameraState& state) {
-    PropertyState& property = state.properties[kId];
+    PropertyState& property = state.properties[kTriggerProperty];
     property.present = 1;
     property.At(kOffsetParameter) = 1;
     property.At(kOffsetState) = kFirstMode | kFirstSource;

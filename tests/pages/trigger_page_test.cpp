@@ -78,6 +78,15 @@ TEST_F(TriggerPage, a_camera_with_mode_0_only_lists_just_Mode0_open_to_choice) {
     EXPECT_FALSE(page->IsEnabled(kTriggerInverted));
 }
 
+TEST_F(TriggerPage, a_camera_without_a_trigger_offers_nothing_to_choose) {
+    ASSERT_TRUE(Camera().SetFeaturePresent(kTriggerId, false));
+    const auto page = Open();
+    EXPECT_EQ(page->Entries(kTriggerMode), std::vector<std::string>{});
+    for (const int id : {kTriggerMode, kTriggerSource, kTriggerOn, kTriggerInverted, kParameterUpDown})
+        EXPECT_FALSE(page->IsEnabled(id)) << id;
+    EXPECT_EQ(Pictures(*page), Only(0));
+}
+
 TEST_F(TriggerPage, the_source_shows_Source0_even_for_a_camera_set_to_another_one) {
     SetWord(kTriggerId, kStateWord, 0x10000 | 0x400);
     const auto page = Open();
@@ -159,6 +168,17 @@ TEST_F(TriggerPage, choosing_a_mode_writes_it_with_what_the_other_controls_say) 
             EXPECT_EQ(WordOf(kTriggerId, kStateWord), row.mask | 0x100 | switches);
         }
     }
+}
+
+TEST_F(TriggerPage, what_is_chosen_shows_in_the_cameras_register) {
+    const auto page = Open();
+    page->Pick(kTriggerMode, "Mode4");
+    page->Click(kTriggerInverted);
+    Type(*page, "291");
+    page->Click(kTriggerOn);
+    std::uint32_t word = 0;
+    ASSERT_TRUE(Camera().PeekRegister(0xF0F00830, &word));
+    EXPECT_EQ(word, 0x83040123u) << "present, on, active high, mode 4, parameter 0x123";
 }
 
 TEST_F(TriggerPage, Mode3_opens_its_parameter_and_Mode0_closes_it_again) {

@@ -83,6 +83,41 @@ TEST_F(SimTrigger, a_switch_that_the_camera_lacks_stays_off) {
     EXPECT_EQ(Mode(53) & 0x60, 0U);
 }
 
+TEST_F(SimTrigger, a_trigger_that_cannot_be_switched_off_is_on) {
+    ASSERT_TRUE(m_camera.SetPropertyWord(53, 32, 0x10000));
+    EXPECT_EQ(ReadRegister(kControl), 0x82000001U);
+    WriteRegister(0xF0F0062C, 0x80000000);
+    EXPECT_EQ(ReadRegister(0xF1000620), 1U);
+}
+
+TEST_F(SimTrigger, the_register_shows_nothing_that_the_camera_lacks) {
+    ASSERT_TRUE(m_camera.SetPropertyWord(53, 28, 0x200E0 | 0x400));
+    EXPECT_EQ(ReadRegister(kControl), 0x83510001U);
+    ASSERT_TRUE(m_camera.SetPropertyWord(53, 32, 0x10020));
+    EXPECT_EQ(ReadRegister(kControl), 0x82000001U);
+}
+
+TEST_F(SimTrigger, a_camera_without_a_trigger_shows_it_everywhere) {
+    EXPECT_NE(ReadRegister(0xF0F00404) & 0x00080000, 0U);
+    ASSERT_EQ(Set(53, 64, {{24, 7}, {28, 0x10020}}), Status::ok);
+    ASSERT_TRUE(m_camera.SetPropertyPresent(53, false));
+    EXPECT_EQ(ReadRegister(0xF0F00404) & 0x00080000, 0U);
+    EXPECT_EQ(ReadRegister(0xF0F00530), 0U);
+    EXPECT_EQ(ReadRegister(kControl), 0U);
+    ASSERT_EQ(Get(53), Status::ok);
+    for (const std::size_t offset : {24U, 28U, 32U}) {
+        EXPECT_EQ(Word(offset), 0U) << offset;
+    }
+    EXPECT_EQ(Set(53, 64, {{28, 0x10000}}), Status::invalidParameter);
+    WriteRegister(kControl, 0x02000000);
+    EXPECT_EQ(ReadRegister(0xF0F00640), 0x00080000U);
+    WriteRegister(0xF0F0062C, 0x80000000);
+    EXPECT_EQ(ReadRegister(0xF1000620), 0U);
+
+    ASSERT_TRUE(m_camera.SetPropertyPresent(53, true));
+    EXPECT_EQ(ReadRegister(kControl), 0x82000007U) << "as it was";
+}
+
 TEST_F(SimTrigger, signal_level_shows_and_survives_a_set) {
     ASSERT_TRUE(m_camera.SetPropertyWord(53, 28, 0x10180));
     EXPECT_EQ(ReadRegister(kControl) >> 20 & 1, 1U);

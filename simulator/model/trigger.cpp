@@ -8,7 +8,6 @@
 #include "model/feature_registers.h"
 #include "model/register_map.h"
 #include "model/register_table.h"
-#include "model/video_mode.h"
 
 namespace kolmsim {
 namespace {
@@ -80,11 +79,9 @@ bool Trigger(CameraState& state) {
         return false;
     }
     ++StoredWord(state, kTriggerCounter);
-    if (IsStreaming(state)) {
-        const bool several = (property.At(kOffsetState) & kBulkMode) != 0;
-        const std::uint32_t pictures = several ? std::max(property.At(kOffsetParameter), 1U) : 1;
-        state.triggeredPictures = std::min(state.triggeredPictures, kMostWaiting) + std::min(pictures, kMostWaiting);
-    }
+    const bool several = (property.At(kOffsetState) & kBulkMode) != 0;
+    const std::uint32_t pictures = several ? std::max(property.At(kOffsetParameter), 1U) : 1;
+    state.triggeredPictures = std::min(state.triggeredPictures, kMostWaiting) + std::min(pictures, kMostWaiting);
     return true;
 }
 

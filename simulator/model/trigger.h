@@ -29,8 +29,8 @@ inline constexpr std::uint32_t kTriggerProperty = 53;
 /// A source or mode that the camera lacks changes nothing and sets the trigger's bit in the error register.
 void WriteTrigger(CameraState& state, std::uint32_t address, std::uint32_t word);
 
-/// One trigger, from the bus or at an input: counted while the trigger is on. While the camera streams besides, it asks
-/// for one picture, in mode 15 for as many as the parameter says; pictures that come slower wait in line.
+/// One trigger, from the bus or at an input: counted while the trigger is on. It asks for one picture, in mode 15 for
+/// as many as the parameter says; pictures that come slower wait in line, until the camera starts or ends its stream.
 ///
 /// @return  false while the trigger is off: nothing waits for it
 bool Trigger(CameraState& state);

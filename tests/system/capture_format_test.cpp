@@ -133,6 +133,10 @@ TEST_F(CaptureFormat, what_the_camera_cannot_do_is_refused_and_changes_nothing) 
     refuse("size unit", scalable, [](CPinType& t) { t.SetArea(0, 0, 324, 240); });
     refuse("beyond the sensor", scalable, [](CPinType& t) { t.SetArea(1000, 0, 320, 240); });
     refuse("larger than the sensor", scalable, [](CPinType& t) { t.SetArea(0, 0, 2560, 1920); });
+    refuse("a corner beyond the sensor", scalable, [](CPinType& t) {
+        t.SetArea(0, 0, 320, 240);
+        t.Video().rcSource.right = 1281;
+    });
     refuse("negative position", scalable, [](CPinType& t) { t.SetArea(-8, 0, 320, 240); });
     refuse("upside down", scalable, [](CPinType& t) { t.Video().rcSource = {0, 480, 640, 0}; });
     refuse("too slow", scalable, [](CPinType& t) { t.Video().AvgTimePerFrame = 5'333'334; });

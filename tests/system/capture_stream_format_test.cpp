@@ -179,6 +179,11 @@ TEST_F(StreamFormats, transmission_is_enabled_while_the_graph_runs) {
     EXPECT_TRUE(Await([&] { return !Streams(); })) << "paused";
     ASSERT_EQ(m_control->Stop(), S_OK);
     EXPECT_EQ(m_camera->SetIsoSpeed(1), S_OK);
+    ASSERT_EQ(m_camera->SetIsoSpeed(2), S_OK);
+    ASSERT_EQ(m_filter->Run(0), S_OK);
+    EXPECT_TRUE(Streams());
+    ASSERT_EQ(m_filter->Stop(), S_OK);
+    EXPECT_FALSE(Streams()) << "stopped without a pause before";
 }
 
 TEST_F(StreamFormats, pictures_wait_for_triggers) {

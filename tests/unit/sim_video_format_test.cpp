@@ -135,6 +135,10 @@ TEST_F(SimVideoFormat, every_entry_can_be_set_and_shows_everywhere) {
         EXPECT_EQ(Word(616), offer.usual.height);
         EXPECT_EQ(Word(620), FindColorCoding(offer.usual.colorCoding)->bitsPerPixel);
         EXPECT_LE(Word(624), 4096U) << "the bus at S400";
+        if (offer.limits.scalable) {
+            ASSERT_EQ(Get(15, 96), Status::ok);
+            EXPECT_EQ(Word(28), offer.usual.mode) << "selected";
+        }
         EXPECT_EQ(ReadRegister(0xF0F00630) >> 24, FindColorCoding(offer.usual.colorCoding)->dataDepth);
     }
 }

@@ -52,7 +52,7 @@ std::uint32_t EffectiveState(const PropertyState& property) {
 
 /// Puts the bits of a SET into the state; false, and nothing changed, where the camera lacks one of them.
 bool Enter(CameraState& camera, std::uint32_t parameter, std::uint32_t wanted) {
-    PropertyState& property = camera.properties[kId];
+    PropertyState& property = camera.properties[kTriggerProperty];
     const std::uint32_t inquiry = property.At(kOffsetInquiry);
     std::uint32_t source = wanted & kSources;
     std::uint32_t mode = wanted & kModes;
@@ -73,11 +73,15 @@ bool Enter(CameraState& camera, std::uint32_t parameter, std::uint32_t wanted) {
 
 }  // namespace
 
+bool IsTriggerOn(const CameraState& state) {
+    return HasTrigger(state) && (EffectiveState(state.properties[kTriggerProperty]) & kOn) != 0;
+}
+
 bool Trigger(CameraState& state) {
-    const PropertyState& property = state.properties[kId];
-    if ((property.At(kOffsetState) & kOn) == 0) {
+    if (!IsTriggerOn(state)) {
         return false;
     }
+    const PropertyState& property = state.properties[kTriggerProperty];
     ++StoredWord(state, kTriggerCounter);
     const bool several = (property.At(kOffsetState) & kBulkMode) != 0;
     const std::uint32_t pictures = several ? std::max(property.At(kOffsetParameter), 1U) : 1;
@@ -86,7 +90,7 @@ bool Trigger(CameraState& state) {
 }
 
 bool PassTrigger(CameraState& state) {
-    if ((state.properties[kId].At(kOffsetState) & kOn) == 0) {
+    if (!IsTriggerOn(state)) {
         return true;
     }
     if (state.triggeredPictures == 0) {
@@ -97,22 +101,17 @@ bool PassTrigger(CameraState& state) {
 }
 
 Status AnswerTrigger(CameraState& state, Record record) {
-    if (record.IsSet() && !Enter(state, record.Word(kOffsetParameter), record.Word(kOffsetState))) {
-    PropertyState& property = state.properties[kTriggerProperty];
     if (!HasTrigger(state)) {
         for (const std::size_t offset : {kOffsetParameter, kOffsetState, kOffsetInquiry}) {
             record.SetWord(offset, 0);
         }
         return record.IsSet() ? Status::invalidParameter : Status::ok;
     }
+    if (record.IsSet() && !Enter(state, record.Word(kOffsetParameter), record.Word(kOffsetState))) {
         return Status::invalidParameter;
     }
-    FillFromProperty(state.properties[kId], record);
+    FillFromProperty(state.properties[kTriggerProperty], record);
     return Status::ok;
-}
-
-bool IsTriggerOn(const CameraState& state) {
-    return HasTrigger(state) && (EffectiveState(state.properties[kTriggerProperty]) & kOn) != 0;
 }
 
 std::uint32_t ReadTriggerInquiry(const CameraState& state, std::uint32_t /*address*/) {
@@ -148,9 +147,7 @@ void WriteTrigger(CameraState& state, std::uint32_t /*address*/, std::uint32_t w
     const std::uint32_t mode = ModeBit(Field(word, 19, 16));
     const std::uint32_t source = Field(word, 23, 21) < 4 ? kFirstSource << Field(word, 23, 21) : 0;
     const std::uint32_t wanted = mode | source | (Bit(word, 25) ? kOn : 0) | (Bit(word, 24) ? kInverted : 0);
-    const bool taken = mode != 0 && source != 0 && Enter(state, Field(word, 11, 0), wanted);
-    const bool taken = HasTrigger(state) && mode != 0 && source != 0 &&
-                       Enter(state.properties[kTriggerProperty], Field(word, 11, 0), wanted);
+    const bool taken = HasTrigger(state) && mode != 0 && source != 0 && Enter(state, Field(word, 11, 0), wanted);
     NoteFeatureError(state, kTriggerPlace, !taken);
 }
 

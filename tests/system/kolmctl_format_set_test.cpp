@@ -93,11 +93,13 @@ TEST_F(KolmctlFormatSet, names_a_mode_by_index_by_iidc_number_and_by_size_and_pi
     }
 }
 
-TEST_F(KolmctlFormatSet, a_mode_stays_for_the_next_run) {
-    EXPECT_THAT(Set({L"--mode", L"f1m2", L"--rate", L"15"}), Shows("7\tFormat 1 mode 2\tMono8\t8\t0,0\t800x600"));
+TEST_F(KolmctlFormatSet, mode_and_rate_stay_for_the_next_run) {
+    constexpr char kShown[] = "7\tFormat 1 mode 2\tMono8\t8\t0,0\t800x600\t800x600\t15.0\t";
+    EXPECT_THAT(Set({L"--mode", L"f1m2", L"--rate", L"15"}), Shows(kShown));
 
+    EXPECT_THAT(Kolmctl({L"--simulate", L"--tsv", L"format"}), Shows(kShown));
+    EXPECT_THAT(Set({L"--mode", L"f1m2"}), Shows(kShown)) << "the current mode keeps its rate";
     EXPECT_THAT(Kolmctl({L"--simulate", L"formats"}).out, HasSubstr("\n    7  yes      Format 1 mode 2  Mono8"));
-    EXPECT_THAT(Kolmctl({L"--simulate", L"--tsv", L"format"}), Shows("7\tFormat 1 mode 2\tMono8\t8\t0,0\t800x600"));
     EXPECT_EQ(Current(), (VideoFormat{.format = 1,
                                       .mode = 2,
                                       .colorCoding = kMono8,

@@ -5,6 +5,7 @@
 #include <kolmfluxor/identifiers.h>
 
 #include "driver/property_set.h"
+#include "pages/color_page.h"
 #include "pages/exposure_page.h"
 #include "pages/format_page.h"
 #include "pages/info_page.h"
@@ -23,10 +24,12 @@ constexpr CFactoryTemplate kClasses[] = {
     {.name = L"KolmFluxorPropertySet",
      .classId = &CLSID_KolmFluxorPropertySet,
      .create = CKolmFluxorPropertySet::CreateInstance},
-    {.name = L"KolmFluxorPropertyPageColor", .classId = &CLSID_KolmFluxorPage_Color, .create = CreateNothing},
     {.name = L"KolmFluxorPropertyPageTrigger",
      .classId = &CLSID_KolmFluxorPage_Trigger,
      .create = CKolmFluxorPage_Trigger::CreateInstance},
+    {.name = L"KolmFluxorPropertyPageColor",
+     .classId = &CLSID_KolmFluxorPage_Color,
+     .create = CKolmFluxorPage_Color::CreateInstance},
     {.name = L"KolmStillImage", .classId = &CLSID_KolmStillImage, .create = CreateNothing},
     {.name = L"KolmFluxorPropertyPageInfo",
      .classId = &CLSID_KolmFluxorPage_Info,

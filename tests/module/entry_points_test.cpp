@@ -22,7 +22,7 @@ struct ClassRow {
 
 const ClassRow kClasses[] = {
     {"CKolmFluxorPropertySet", CLSID_KolmFluxorPropertySet, true},
-    {"CKolmFluxorPage_Color", CLSID_KolmFluxorPage_Color, false},
+    {"CKolmFluxorPage_Color", CLSID_KolmFluxorPage_Color, true},
     {"CKolmFluxorPage_Trigger", CLSID_KolmFluxorPage_Trigger, true},
     {"CKolmStillImage", CLSID_KolmStillImage, false},
     {"CKolmFluxorPage_Info", CLSID_KolmFluxorPage_Info, true},

@@ -1,6 +1,5 @@
 /// @file  Page "Exposure" in a frame: what its controls show, and what each action sends.
 
-#include <array>
 #include <memory>
 #include <string>
 #include <utility>
@@ -16,12 +15,6 @@
 
 namespace kolmfluxor::test {
 namespace {
-
-struct GroupRow {
-    const char* caption;
-    ULONG driverId;
-    int group, min, max, slider, edit, mode;
-};
 
 /// The groups without the shutter, which is a case of its own.
 const GroupRow kGroups[] = {
@@ -403,11 +396,7 @@ TEST_F(ExposurePage, sliders_and_modes_do_not_make_it_dirty) {
 
 TEST_F(ExposurePage, every_control_has_the_right_window_class) {
     const auto page = Open();
-    const auto classOf = [&](int id) {
-        std::array<char, 64> name{};
-        ::GetClassNameA(page->Control(id), name.data(), static_cast<int>(name.size()));
-        return std::string(name.data());
-    };
+    const auto classOf = [&](int id) { return ClassOf(*page, id); };
     std::vector<GroupRow> rows(std::begin(kGroups), std::end(kGroups));
     rows.push_back(
         {"Shutter", kShutterId, kShutterGroup, kShutterMin, kShutterMax, kShutterSlider, kShutterEdit, kShutterMode});

@@ -34,4 +34,25 @@ void CDialogControl::SetItemNumber(int id, ULONG number) const {
     SetItemText(id, text.data());
 }
 
+void CDialogControl::AddEntry(int combo, const char* text, ULONG data) const {
+    const LRESULT index = Send(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    Send(combo, CB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(data));
+}
+
+bool CDialogControl::SelectEntry(int combo, ULONG data) const {
+    const LRESULT count = Send(combo, CB_GETCOUNT);
+    for (LRESULT i = 0; i < count; ++i) {  // a failed count is negative
+        const auto index = static_cast<WPARAM>(i);
+        if (static_cast<ULONG>(Send(combo, CB_GETITEMDATA, index)) != data) continue;
+        Send(combo, CB_SETCURSEL, index);
+        return true;
+    }
+    return false;
+}
+
+ULONG CDialogControl::SelectedEntry(int combo) const {
+    const LRESULT index = Send(combo, CB_GETCURSEL);
+    return static_cast<ULONG>(Send(combo, CB_GETITEMDATA, static_cast<WPARAM>(index)));
+}
+
 }  // namespace kolmfluxor

@@ -32,6 +32,13 @@ protected:
     /// Shows a number as "%d": signed, in the control's text.
     void SetItemNumber(int id, ULONG number) const;
 
+    /// Adds an entry that carries a number to a combo box.
+    void AddEntry(int combo, const char* text, ULONG data) const;
+    /// Selects the first entry with this number; false, with the selection left as it is, when there is none.
+    bool SelectEntry(int combo, ULONG data) const;
+    /// The number of the selected entry; 0xFFFFFFFF without a selection.
+    [[nodiscard]] ULONG SelectedEntry(int combo) const;
+
 private:
     const HWND* m_dialog;
     const char* m_noDialogText;

@@ -28,6 +28,7 @@ HRESULT CFeaturePage::OnActivate() {
     const INITCOMMONCONTROLSEX classes = {.dwSize = sizeof classes, .dwICC = ICC_BAR_CLASSES};
     if (!::InitCommonControlsEx(&classes)) return E_FAIL;
     OnFillFirst();
+    OnPrepare();
     for (const auto& [control, caption, feature] : m_groups) {
         control->SetCaption(caption);
         if (m_camera == nullptr) {
@@ -67,7 +68,11 @@ INT_PTR CFeaturePage::OnReceiveMessage(HWND hwnd, UINT message, WPARAM wParam, L
 }
 
 void CFeaturePage::OnPoll() {
-    for (const FeatureGroup& group : m_groups) {
+    PollMoving(m_groups);
+}
+
+void CFeaturePage::PollMoving(std::span<const FeatureGroup> groups) {
+    for (const FeatureGroup& group : groups) {
         if (group.control->WantsPoll()) std::ignore = group.control->Poll(group.feature, Camera());
     }
 }

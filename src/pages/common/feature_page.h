@@ -39,12 +39,17 @@ protected:
 
     /// Fills what the page asks the camera for before its groups. `Camera` may be null: the page shows itself disabled.
     virtual void OnFillFirst() {}
+    /// Prepares the page's own controls, ahead of the groups of the table; there may be no camera.
+    virtual void OnPrepare() {}
     /// Fills the page from the camera; the groups of the table are filled already.
     virtual void OnFill() {}
     /// A timer tick; this one polls the groups that move by themselves.
     virtual void OnPoll();
     /// A notification that is no group's choice of a mode. @return  whether the page handled it
     virtual bool OnCommand(int /*id*/, UINT /*code*/) { return false; }
+
+    /// Polls those of these groups that move by themselves.
+    void PollMoving(std::span<const FeatureGroup> groups);
 
     /// Reports a change to the frame, or counts `m_dirtySkips` down instead.
     void SetDirty();

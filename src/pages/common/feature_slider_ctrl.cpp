@@ -151,8 +151,7 @@ void CFeatureSliderCtrl::SliderToEdit() {
 }
 
 void CFeatureSliderCtrl::AddMode(ULONG mode) const {
-    const LRESULT index = Send(m_ids.modeCombo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(ModeName(mode)));
-    Send(m_ids.modeCombo, CB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(mode));
+    AddEntry(m_ids.modeCombo, ModeName(mode), mode);
     EnableItem(m_ids.modeCombo, Send(m_ids.modeCombo, CB_GETCOUNT) >= 2);
 }
 
@@ -162,19 +161,11 @@ void CFeatureSliderCtrl::ClearModes() const {
 }
 
 bool CFeatureSliderCtrl::SelectMode(ULONG mode) const {
-    const LRESULT count = Send(m_ids.modeCombo, CB_GETCOUNT);
-    for (LRESULT i = 0; i < count; ++i) {  // a failed count is negative
-        const auto index = static_cast<WPARAM>(i);
-        if (static_cast<ULONG>(Send(m_ids.modeCombo, CB_GETITEMDATA, index)) != mode) continue;
-        Send(m_ids.modeCombo, CB_SETCURSEL, index);
-        return true;
-    }
-    return false;
+    return SelectEntry(m_ids.modeCombo, mode);
 }
 
 ULONG CFeatureSliderCtrl::SelectedMode() const {
-    const LRESULT index = Send(m_ids.modeCombo, CB_GETCURSEL);
-    return static_cast<ULONG>(Send(m_ids.modeCombo, CB_GETITEMDATA, static_cast<WPARAM>(index)));
+    return SelectedEntry(m_ids.modeCombo);
 }
 
 bool CFeatureSliderCtrl::IsDropped() const {

@@ -9,6 +9,7 @@
 #include "pages/exposure_page.h"
 #include "pages/format_page.h"
 #include "pages/info_page.h"
+#include "pages/smart01_page.h"
 #include "pages/trigger_page.h"
 
 namespace kolmfluxor {
@@ -43,7 +44,9 @@ constexpr CFactoryTemplate kClasses[] = {
     {.name = L"KolmFluxorPropertyPageDirectAccess",
      .classId = &CLSID_KolmFluxorPage_DirectAccess,
      .create = CreateNothing},
-    {.name = L"KolmFluxorPropertyPageSmart01", .classId = &CLSID_KolmFluxorPage_Smart01, .create = CreateNothing},
+    {.name = L"KolmFluxorPropertyPageSmart01",
+     .classId = &CLSID_KolmFluxorPage_Smart01,
+     .create = CKolmFluxorPage_Smart01::CreateInstance},
     {.name = L"KolmFluxorPropertyPageLUT", .classId = &CLSID_KolmFluxorPage_Lut, .create = CreateNothing},
 };
 

@@ -140,7 +140,7 @@ void CKolmShutterCtrl::OnModeChosen(FeatureId feature, IKolmFluxorPropertySet* c
     std::ignore = camera->SetFeatureMode(static_cast<ULONG>(feature), mode);
 }
 
-void CKolmShutterCtrl::OnTrackbarMoved(FeatureId feature, IKolmFluxorPropertySet* camera) {
+void CKolmShutterCtrl::OnTrackbarMoved(FeatureId feature, UINT /*code*/, IKolmFluxorPropertySet* camera) {
     SliderToEdit();
     const ULONG id = IsExtended() ? kExtendedShutter : static_cast<ULONG>(feature);
     std::ignore = camera->SetFeatureValue(id, SliderValue());

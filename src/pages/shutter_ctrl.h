@@ -37,7 +37,7 @@ public:
     void SetValue(ULONG value) override;
     void SliderToEdit() override;
     void OnModeChosen(FeatureId feature, IKolmFluxorPropertySet* camera) override;
-    void OnTrackbarMoved(FeatureId feature, IKolmFluxorPropertySet* camera) override;
+    void OnTrackbarMoved(FeatureId feature, UINT code, IKolmFluxorPropertySet* camera) override;
 
 protected:
     void InitExtras(IKolmFluxorPropertySet* camera) override;

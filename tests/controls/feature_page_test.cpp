@@ -4,14 +4,18 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <commctrl.h>
 
 #include "base/module_state.h"
+#include "pages/color_page.h"
 #include "pages/exposure_page.h"
 #include "pages/trigger_page.h"
+#include "pages/smart01_page.h"
 #include "support/own_desktop.h"
 #include "support/page_site.h"
 #include "support/patched_import.h"
@@ -121,6 +125,36 @@ TEST_F(FeaturePage, timer_runs_from_activation_to_disconnection_and_anew_after_e
     EXPECT_EQ(g_timerCalls, Calls{"kill 1"});
     EXPECT_EQ(page->Deactivate(), S_OK);
     EXPECT_EQ(page->Inner()->Release(), 0u);
+}
+
+TEST_F(FeaturePage, pages_have_their_timer_or_none) {
+    struct Row {
+        CUnknown* (*create)(IUnknown*, HRESULT*);
+        Calls opened, ticked, closed;
+    };
+    const Row kRows[] = {
+        {CKolmFluxorPage_Exposure::CreateInstance, {"set 1 500"}, {"kill 1", "set 1 500"}, {"kill 1"}},
+        {CKolmFluxorPage_Color::CreateInstance, {"set 1 500"}, {"kill 1", "set 1 500"}, {"kill 1"}},
+        {CKolmFluxorPage_Smart01::CreateInstance, {}, {}, {}},
+    };
+    for (const Row& row : kRows) {
+        HRESULT hr = E_FAIL;
+        IPropertyPage* page = nullptr;
+        ASSERT_EQ(row.create(nullptr, &hr)->Inner()->QueryInterface(IID_PPV_ARGS(&page)), S_OK);
+        ASSERT_EQ(hr, S_OK);
+        ASSERT_EQ(Connect(*page), S_OK);
+        for (const auto& [run, calls] :
+             {std::pair<std::function<void()>, const Calls&>{
+                  [&] { EXPECT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK); }, row.opened},
+              {[&] { ::SendMessageA(Dialog(), WM_TIMER, 1, 0); }, row.ticked},
+              {[&] { EXPECT_EQ(page->SetObjects(0, nullptr), S_OK); }, row.closed}}) {
+            g_timerCalls.clear();
+            run();
+            EXPECT_EQ(g_timerCalls, calls);
+        }
+        EXPECT_EQ(page->Deactivate(), S_OK);
+        EXPECT_EQ(page->Release(), 0u);
+    }
 }
 
 TEST_F(FeaturePage, without_a_period_there_is_no_timer) {

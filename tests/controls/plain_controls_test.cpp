@@ -35,7 +35,7 @@ TEST(ControlWrappers, say_their_texts_when_there_is_no_dialog) {
         const CComboBoxCtrl combo(kId, place);
         EXPECT_EQ(ThrownText([&] { std::ignore = combo.SelectedValue(); }),
                   "CComboBoxCtrl::Dlg: NullPointer: dialog pointer still NULL");
-        const CComboBoxFeatureCtrl featureCombo(kId, place);
+        const CComboBoxFeatureCtrl featureCombo({1, 2, kId}, place);
         EXPECT_EQ(ThrownText([&] { std::ignore = featureCombo.SelectedValue(); }),
                   "CComboBoxFeatureCtrl::Dlg: NullPointer: dialog pointer still NULL");
         const CCheckBoxCtrl box(kId, place);
@@ -177,12 +177,20 @@ TEST(NumberEditCtrl, copies_texts_that_fit) {
 }
 
 template <class Combo> struct ComboNames;
-template <> struct ComboNames<CComboBoxCtrl> { static constexpr char kClass[] = "CComboBoxCtrl"; };
-template <> struct ComboNames<CComboBoxFeatureCtrl> { static constexpr char kClass[] = "CComboBoxFeatureCtrl"; };
+template <> struct ComboNames<CComboBoxCtrl> {
+    static constexpr char kClass[] = "CComboBoxCtrl";
+    static CComboBoxCtrl Make(const HWND* place) { return {kId, place}; }
+};
+template <> struct ComboNames<CComboBoxFeatureCtrl> {
+    static constexpr char kClass[] = "CComboBoxFeatureCtrl";
+    static CComboBoxFeatureCtrl Make(const HWND* place) { return {{1, 2, kId}, place}; }
+};
 
 template <class Combo> class ComboBoxes : public ::testing::Test {
 protected:
-    ComboBoxes() : m_control(m_window.Add("COMBOBOX", kId, CBS_DROPDOWNLIST)), m_combo(kId, m_window.Place()) {}
+    ComboBoxes()
+        : m_control(m_window.Add("COMBOBOX", kId, CBS_DROPDOWNLIST)),
+          m_combo(ComboNames<Combo>::Make(m_window.Place())) {}
 
     /// What `run` throws while the control answers a message with a result.
     template <class F> std::string Refused(UINT message, LRESULT result, F&& run) {
@@ -230,6 +238,23 @@ TYPED_TEST(ComboBoxes, say_what_failed) {
     combo.SelectValue(1);
     EXPECT_EQ(this->Refused(CB_GETITEMDATA, CB_ERR, selected),
               this->Text("::SelectedValue: error retriving item data from combo box"));
+}
+
+TEST(ComboBoxFeatureCtrl, has_a_group_box_and_a_label) {
+    CControlWindow window;
+    window.Add("BUTTON", 1, BS_GROUPBOX);
+    window.Add("STATIC", 2);
+    window.Add("COMBOBOX", kId, CBS_DROPDOWNLIST);
+    const CComboBoxFeatureCtrl combo({1, 2, kId}, window.Place());
+    combo.SetCaption("caption");
+    combo.SetLabel("label");
+    EXPECT_EQ(window.Text(1), "caption");
+    EXPECT_EQ(window.Text(2), "label");
+    for (const bool enable : {false, true}) {
+        combo.Enable(enable);
+        for (const int id : {1, 2, kId})
+            EXPECT_EQ(window.IsEnabled(id), enable) << id;
+    }
 }
 
 struct Invalidation {

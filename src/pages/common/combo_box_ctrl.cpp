@@ -1,5 +1,7 @@
 #include "pages/common/combo_box_ctrl.h"
 
+#include <initializer_list>
+
 #include "base/errors.h"
 
 namespace kolmfluxor {
@@ -26,8 +28,13 @@ constexpr ComboBoxTexts kComboBoxFeatureTexts = KOLM_COMBO_BOX_TEXTS("CComboBoxF
 
 CComboBoxCtrl::CComboBoxCtrl(int id, const HWND* dialog) noexcept : CComboBoxBase(id, dialog, kComboBoxTexts) {}
 
-CComboBoxFeatureCtrl::CComboBoxFeatureCtrl(int id, const HWND* dialog) noexcept
-    : CComboBoxBase(id, dialog, kComboBoxFeatureTexts) {}
+CComboBoxFeatureCtrl::CComboBoxFeatureCtrl(const ComboBoxFeatureIds& ids, const HWND* dialog) noexcept
+    : CComboBoxBase(ids.combo, dialog, kComboBoxFeatureTexts), m_ids(ids) {}
+
+void CComboBoxFeatureCtrl::Enable(bool enable) const {
+    for (const int id : {m_ids.groupBox, m_ids.label, m_ids.combo})
+        EnableItem(id, enable);
+}
 
 void CComboBoxBase::AddValue(const char* text, ULONG data) const {
     const LRESULT index = Send(m_id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));

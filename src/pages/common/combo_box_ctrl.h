@@ -42,10 +42,25 @@ public:
     CComboBoxCtrl(int id, const HWND* dialog) noexcept;
 };
 
-/// The combo box of the smart features page.
-class CComboBoxFeatureCtrl final : public CComboBoxBase {
+/// The controls of a feature that is chosen from a list.
+struct ComboBoxFeatureIds {
+    int groupBox;
+    int label;
+    int combo;
+};
+
+/// The combo box of the smart features page, with its group box and label.
+class CComboBoxFeatureCtrl : public CComboBoxBase {
 public:
-    CComboBoxFeatureCtrl(int id, const HWND* dialog) noexcept;
+    CComboBoxFeatureCtrl(const ComboBoxFeatureIds& ids, const HWND* dialog) noexcept;
+
+    void SetCaption(const char* text) const { SetItemText(m_ids.groupBox, text); }
+    void SetLabel(const char* text) const { SetItemText(m_ids.label, text); }
+    /// Enables or disables group box, label and combo box.
+    void Enable(bool enable) const;
+
+private:
+    ComboBoxFeatureIds m_ids;
 };
 
 }  // namespace kolmfluxor

@@ -58,7 +58,7 @@ INT_PTR CFeaturePage::OnReceiveMessage(HWND hwnd, UINT message, WPARAM wParam, L
             if (OnGroupCommand(LOWORD(wParam), HIWORD(wParam)) || OnCommand(LOWORD(wParam), HIWORD(wParam))) return 1;
             break;
         case WM_HSCROLL:
-            if (OnScroll(reinterpret_cast<HWND>(lParam))) return 1;
+            if (OnScroll(reinterpret_cast<HWND>(lParam), LOWORD(wParam))) return 1;
             break;
         default:
             break;
@@ -87,10 +87,10 @@ bool CFeaturePage::OnGroupCommand(int id, UINT code) {
     return false;
 }
 
-bool CFeaturePage::OnScroll(HWND trackbar) {
+bool CFeaturePage::OnScroll(HWND trackbar, UINT code) {
     for (const FeatureGroup& group : m_groups) {
         if (trackbar == nullptr || ::GetDlgItem(m_hwnd, group.control->Ids().trackbar) != trackbar) continue;
-        group.control->OnTrackbarMoved(group.feature, Camera());
+        group.control->OnTrackbarMoved(group.feature, code, Camera());
         return true;
     }
     return false;

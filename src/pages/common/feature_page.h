@@ -63,7 +63,7 @@ private:
     static constexpr UINT_PTR kTimer = 1;
 
     bool OnGroupCommand(int id, UINT code);
-    bool OnScroll(HWND trackbar);
+    bool OnScroll(HWND trackbar, UINT code);
 
     const UINT m_periodMs;
     Microsoft::WRL::ComPtr<IKolmFluxorPropertySet> m_camera;  ///< null outside OnConnect … OnDisconnect

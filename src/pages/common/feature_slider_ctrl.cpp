@@ -111,7 +111,7 @@ void CFeatureSliderCtrl::OnModeChosen(FeatureId feature, IKolmFluxorPropertySet*
     std::ignore = Apply(feature, camera);  // a refusal is not reported; what the user chose stays on show
 }
 
-void CFeatureSliderCtrl::OnTrackbarMoved(FeatureId feature, IKolmFluxorPropertySet* camera) {
+void CFeatureSliderCtrl::OnTrackbarMoved(FeatureId feature, UINT /*code*/, IKolmFluxorPropertySet* camera) {
     SliderToEdit();
     std::ignore = Apply(feature, camera);
 }

@@ -46,7 +46,9 @@ public:
     /// The user chose a mode; the group writes it.
     virtual void OnModeChosen(FeatureId feature, IKolmFluxorPropertySet* camera);
     /// The user moved the trackbar; the group shows and writes the value.
-    virtual void OnTrackbarMoved(FeatureId feature, IKolmFluxorPropertySet* camera);
+    ///
+    /// @param code  how: one of the `TB_` codes of a scroll message
+    virtual void OnTrackbarMoved(FeatureId feature, UINT code, IKolmFluxorPropertySet* camera);
 
     void SetCaption(const char* text) const { SetItemText(m_ids.groupBox, text); }
     /// Enables or disables group box and value controls; the mode combo follows its entries alone.

@@ -8,6 +8,7 @@
 #include "model/feature_behavior.h"
 #include "model/record.h"
 #include "model/register_map.h"
+#include "model/register_table.h"
 #include "model/test_image.h"
 
 namespace kolmsim {
@@ -40,6 +41,11 @@ constexpr std::uint8_t kEvenShading = 0x80;
 
 constexpr std::uint32_t kShadingId = 30;
 
+/// The stored word of a correction's register, which nothing else uses: 1 while it has no data.
+std::uint32_t& DataIsGone(CameraState& state, const CorrectionRow& row) {
+    return StoredWord(state, row.address);
+}
+
 const CorrectionRow& CorrectionAt(std::uint32_t address) {
     return *std::ranges::find(kCorrections, address, &CorrectionRow::address);
 }
@@ -62,6 +68,9 @@ void RunCorrectionCommand(CameraState& state, const CorrectionRow& row, std::uin
     PropertyState& property = state.properties[row.id];
     const std::uint32_t lasting = word & (kModeManual | kModeOff | kModeShowImage);
     EnterMode(property, lasting);
+    if ((word & (row.load | row.zero)) != 0) {
+        DataIsGone(state, row) = (word & row.zero) != 0 ? 1 : 0;
+    }
     if ((word & row.compute) == 0) {
         return;
     }
@@ -77,13 +86,28 @@ void PassCorrectionTime(CameraState& state, const CorrectionRow& row) {
     PropertyState& property = state.properties[row.id];
     std::uint32_t& mode = property.At(kOffsetMode);
     if (mode == kModeLoadData || mode == kModeSaveData || mode == kModeClearData) {
+        if (mode != kModeSaveData) {
+            DataIsGone(state, row) = mode == kModeClearData ? 1 : 0;
+        }
         EnterMode(property, kModeManual);
     } else if (property.onePushLooks != 0 && --property.onePushLooks == 0) {
         mode &= ~kModeBusy;
+        DataIsGone(state, row) = 0;
         if (row.id == kShadingId) {
             state.shadingMemory.fill(kEvenShading);
         }
     }
+}
+
+CorrectionStatus StatusOfCorrection(const CameraState& state, std::uint32_t id) {
+    const CorrectionRow* row = FindCorrection(id);
+    if (row == nullptr || state.properties[id].present == 0) {
+        return {};
+    }
+    const std::uint32_t mode = state.properties[id].At(kOffsetMode);
+    const bool hasData = StoredWord(state, row->address) == 0;
+    return {
+        .hasData = hasData, .corrects = hasData && (mode & kModeOff) == 0, .showsData = (mode & kModeShowImage) != 0};
 }
 
 std::uint32_t ReadCorrection(const CameraState& state, std::uint32_t address) {

@@ -33,6 +33,16 @@ void RunCorrectionCommand(CameraState& state, const CorrectionRow& row, std::uin
 /// What happens between two looks: a computation goes on, a mode that is a command gives way to Manual.
 void PassCorrectionTime(CameraState& state, const CorrectionRow& row);
 
+/// What a correction does to the picture.
+struct CorrectionStatus {
+    bool hasData = false;    ///< not after its data was cleared, until it is loaded or computed again
+    bool corrects = false;   ///< it is on and has data
+    bool showsData = false;  ///< its data is shown in place of the scene
+};
+
+/// The correction with this driver id; nothing of it where the camera lacks it.
+[[nodiscard]] CorrectionStatus StatusOfCorrection(const CameraState& state, std::uint32_t id);
+
 /// The control registers. A count of pictures of 0 keeps the count.
 [[nodiscard]] std::uint32_t ReadCorrection(const CameraState& state, std::uint32_t address);
 void WriteCorrection(CameraState& state, std::uint32_t address, std::uint32_t word);

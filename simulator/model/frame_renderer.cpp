@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "model/sensor_flaws.h"
+
 namespace kolmsim {
 namespace {
 
@@ -116,6 +118,7 @@ bool FrameRenderer::Render(const RenderSettings& settings, PixelFormat format, s
     for (std::uint32_t line = 0; line < area.height; ++line) {
         const std::uint32_t y = area.top + line;
         DrawRow(settings, frameNumber, settings.mirrorVertical ? m_height - 1 - y : y, whole);
+        AddSensorFlaws(settings, frameNumber, settings.mirrorVertical ? m_height - 1 - y : y, whole);
         if (settings.mirrorHorizontal) {
             std::ranges::reverse(whole);
         }

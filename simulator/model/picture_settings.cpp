@@ -5,6 +5,7 @@
 #include "model/bits.h"
 #include "model/register_map.h"
 #include "model/register_memory.h"
+#include "model/sensor_flaws.h"
 #include "model/test_image.h"
 
 namespace kolmsim {
@@ -61,6 +62,7 @@ RenderSettings SettingsOf(const CameraState& state) {
     settings.testImage = CurrentTestImage(state);
     settings.mirrorHorizontal = isOn(kMirrorId);
     settings.mirrorVertical = Bit(ReadRegister(state, kMirror).value_or(0), kVerticalMirror);
+    TakeSensorFlaws(settings, state);
     if (state.variant == static_cast<std::uint32_t>(Variant::color)) {
         TakeColor(settings, state);
     }

@@ -14,6 +14,9 @@ inline constexpr std::uint32_t kNeutralWhiteBalanceVr = 300;
 inline constexpr std::uint32_t kNeutralHue = 128;
 inline constexpr std::uint32_t kNeutralSaturation = 256;
 
+/// What a picture shows: the scene, or the data of a correction in its place.
+enum class ShownData : std::uint32_t { scene, nothing, darkPattern, blemishes };
+
 /// Settings of a picture; a snapshot, so that drawing needs no lock on the camera. As it starts it is neutral.
 struct RenderSettings {
     std::uint32_t brightness = kNeutralBrightness;  ///< added to each pixel, kNeutralBrightness changes nothing
@@ -27,6 +30,12 @@ struct RenderSettings {
     std::uint32_t testImage = 0;  ///< number of the picture that takes the scene's place; 0 for none
     bool mirrorHorizontal = false;
     bool mirrorVertical = false;
+
+    // What the sensor adds to the light of the scene
+    std::uint32_t noise = 0;   ///< largest deviation, up or down, that is another one in each picture; in levels
+    bool darkPattern = false;  ///< fixed-pattern noise shows
+    bool blemishes = false;    ///< some pixels are white whatever they see
+    ShownData shownData = ShownData::scene;
 
     bool color = false;                                     ///< a color camera; all that follows counts for one only
     std::uint32_t whiteBalanceUb = kNeutralWhiteBalanceUb;  ///< multiplies blue by itself / the neutral value

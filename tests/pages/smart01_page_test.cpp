@@ -345,6 +345,36 @@ TEST_F(Smart01Page, a_mode_that_is_a_command_shows_manual_once_the_camera_has_ca
     EXPECT_EQ(page->Selected(1156), "ShowImage");
 }
 
+TEST_F(Smart01Page, the_pictures_follow_the_dsnu_correction) {
+    const auto page = Open();
+    const auto corrected = Picture();
+    page->Pick(1156, "Off");
+    const auto raw = Picture();
+    EXPECT_NE(raw, corrected);
+    page->Pick(1156, "ShowImage");
+    EXPECT_NE(Picture(), corrected);
+    EXPECT_NE(Picture(), raw);
+    page->Pick(1156, "ClearData");
+    EXPECT_EQ(Picture(), raw) << "on, but without data";
+    page->Pick(1156, "LoadData");
+    EXPECT_EQ(Picture(), corrected);
+}
+
+TEST_F(Smart01Page, the_pictures_follow_high_snr) {
+    SetWord(0, 24, 255);  // a high gain, so that there is noise
+    SetWord(5, 24, 100);
+    SetWord(41, 28, kOff);
+    const auto page = Open();
+    const auto noisy = Picture();
+    page->Pick(1150, "Manual");
+    const auto averaged = Picture();
+    EXPECT_NE(averaged, noisy);
+    Scroll(*page, 1151, TB_THUMBPOSITION, 256);
+    EXPECT_NE(Picture(), averaged);
+    page->Pick(1150, "Off");
+    EXPECT_EQ(Picture(), noisy);
+}
+
 TEST_F(Smart01Page, nothing_makes_it_dirty) {
     const auto page = Open();
     page->Pick(kTestImages, "Image 1");

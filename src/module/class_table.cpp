@@ -6,6 +6,7 @@
 
 #include "driver/property_set.h"
 #include "pages/color_page.h"
+#include "pages/direct_access_page.h"
 #include "pages/exposure_page.h"
 #include "pages/format_page.h"
 #include "pages/info_page.h"
@@ -43,10 +44,10 @@ constexpr CFactoryTemplate kClasses[] = {
      .create = CKolmFluxorPage_Exposure::CreateInstance},
     {.name = L"KolmFluxorPropertyPageDirectAccess",
      .classId = &CLSID_KolmFluxorPage_DirectAccess,
-     .create = CreateNothing},
-    {.name = L"KolmFluxorPropertyPageSmart01",
-     .classId = &CLSID_KolmFluxorPage_Smart01,
-     .create = CKolmFluxorPage_Smart01::CreateInstance},
+     {.name = L"KolmFluxorPropertyPageSmart01",
+      .classId = &CLSID_KolmFluxorPage_Smart01,
+      .create = CKolmFluxorPage_Smart01::CreateInstance},
+     .create = CKolmFluxorPage_DirectAccess::CreateInstance},
     {.name = L"KolmFluxorPropertyPageLUT", .classId = &CLSID_KolmFluxorPage_Lut, .create = CreateNothing},
 };
 

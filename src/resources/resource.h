@@ -12,12 +12,14 @@
 #define IDD_TRIGGER 204
 #define IDD_INFO 205
 #define IDD_SMART01 208
+#define IDD_DIRECT_ACCESS 207
 
 // Title strings
 #define IDS_COLOR 204
 #define IDS_FORMAT 207
 #define IDS_TRIGGER 205
 #define IDS_INFO 206
+#define IDS_DIRECT_ACCESS 208
 #define IDS_EXPOSURE 209
 #define IDS_SMART01 210
 
@@ -85,6 +87,15 @@
 #define IDC_SATURATION_MODE 1106
 #define IDC_SATURATION 1107
 #define IDC_COEFFICIENT_11_SPIN 1108
+// Page "Direct access"
+#define IDC_REGISTER_ADDRESS 1046
+#define IDC_REGISTER_VALUE 1048
+#define IDC_REGISTER_READ 1049
+#define IDC_REGISTER_WRITE 1050
+#define IDC_REGISTER_BITS 1051
+#define IDC_REGISTER_NAME 1152
+#define IDC_REGISTER_TREE 1156
+
 // Page "Exposure"
 #define IDC_MARK_DIRTY 1055  // no control of this template; its click marks the page dirty all the same
 #define IDC_BRIGHTNESS_SLIDER 1073

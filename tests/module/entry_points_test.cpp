@@ -28,7 +28,7 @@ const ClassRow kClasses[] = {
     {"CKolmFluxorPage_Info", CLSID_KolmFluxorPage_Info, true},
     {"CKolmFluxorPage_Format", CLSID_KolmFluxorPage_Format, true},
     {"CKolmFluxorPage_Exposure", CLSID_KolmFluxorPage_Exposure, true},
-    {"CKolmFluxorPage_DirectAccess", CLSID_KolmFluxorPage_DirectAccess, false},
+    {"CKolmFluxorPage_DirectAccess", CLSID_KolmFluxorPage_DirectAccess, true},
     {"CKolmFluxorPage_Smart01", CLSID_KolmFluxorPage_Smart01, true},
     {"CKolmFluxorPage_Lut", CLSID_KolmFluxorPage_Lut, false},
 };

@@ -82,7 +82,7 @@ HRESULT CKolmFluxorPage_Trigger::OnApplyChanges() {
     return S_OK;
 }
 
-void CKolmFluxorPage_Trigger::OnFillFirst() {
+void CKolmFluxorPage_Trigger::OnPrepare() {
     m_trigger.SetCaption("Trigger");
     if (Camera() == nullptr) {
         m_trigger.Enable(false);

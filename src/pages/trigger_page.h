@@ -23,7 +23,7 @@ protected:
     HRESULT OnApplyChanges() override;
 
     // Hooks of CFeaturePage
-    void OnFillFirst() override;
+    void OnPrepare() override;
     void OnFill() override;
     bool OnCommand(int id, UINT code) override;
 

@@ -27,7 +27,6 @@ HRESULT CFeaturePage::OnDisconnect() {
 HRESULT CFeaturePage::OnActivate() {
     const INITCOMMONCONTROLSEX classes = {.dwSize = sizeof classes, .dwICC = ICC_BAR_CLASSES};
     if (!::InitCommonControlsEx(&classes)) return E_FAIL;
-    OnFillFirst();
     OnPrepare();
     for (const auto& [control, caption, feature] : m_groups) {
         control->SetCaption(caption);

@@ -37,9 +37,8 @@ protected:
     HRESULT OnDisconnect() override;
     HRESULT OnActivate() override;
 
-    /// Fills what the page asks the camera for before its groups. `Camera` may be null: the page shows itself disabled.
-    virtual void OnFillFirst() {}
-    /// Prepares the page's own controls, ahead of the groups of the table; there may be no camera.
+    /// Prepares the page's own controls, ahead of the groups of the table. `Camera` may be null: the page then shows
+    /// itself disabled.
     virtual void OnPrepare() {}
     /// Fills the page from the camera; the groups of the table are filled already.
     virtual void OnFill() {}

@@ -257,6 +257,48 @@ TEST_F(ColorCorrection, a_refresh_takes_its_own_changes_for_nobodys) {
     EXPECT_EQ(m_camera.calls, (std::vector<std::string>{"write 16 -7000", "write 16 -1000"}));
 }
 
+/// An edit whose undo brings back the same text, and reports it as a change.
+class CStubbornEdit {
+public:
+    explicit CStubbornEdit(HWND edit) : m_edit(edit) {
+        s_undos = 0;
+        s_original =
+            reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
+    }
+    ~CStubbornEdit() { ::SetWindowLongPtrA(m_edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(s_original)); }
+    CStubbornEdit(const CStubbornEdit&) = delete;
+    CStubbornEdit& operator=(const CStubbornEdit&) = delete;
+
+    [[nodiscard]] static int Undos() { return s_undos; }
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        constexpr int kEnough = 10;  // without an end the stack would be used up
+        if (message != EM_UNDO) return ::CallWindowProcA(s_original, window, message, wParam, lParam);
+        if (++s_undos < kEnough) {
+            ::SendMessageA(::GetParent(window), WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(window), EN_CHANGE),
+                           reinterpret_cast<LPARAM>(window));
+        }
+        return TRUE;
+    }
+
+    static inline WNDPROC s_original;
+    static inline int s_undos;
+
+    HWND m_edit;
+};
+
+TEST_F(ColorCorrection, an_undo_that_brings_back_no_number_is_not_undone_again) {
+    const CReporting reporting(m_window.Handle(), m_group, m_camera);
+    const CStubbornEdit edit(::GetDlgItem(m_window.Handle(), 201));
+    for (const char* text : {"abc", "x"}) {
+        const int before = CStubbornEdit::Undos();
+        ::SetDlgItemTextA(m_window.Handle(), 201, text);
+        EXPECT_EQ(CStubbornEdit::Undos(), before + 1) << text;
+    }
+    EXPECT_TRUE(m_camera.calls.empty());
+}
+
 TEST_F(ColorCorrection, knows_its_edits) {
     EXPECT_EQ(m_group.Refresh(&m_camera), S_OK);
     m_camera.calls.clear();

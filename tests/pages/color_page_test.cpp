@@ -34,25 +34,6 @@ constexpr ULONG kAllModes = kManual | kOff | kAuto | kOnePush;
 
 // ---- Opening ------------------------------------------------------------------------------------------------------
 
-TEST_F(ColorPage, names_itself_and_tells_its_templates_size_before_it_is_shown) {
-    IPropertyPage* fresh = nullptr;
-    ASSERT_EQ(
-        CModule::Get().Create(CLSID_KolmFluxorPage_Color, nullptr, IID_IPropertyPage, reinterpret_cast<void**>(&fresh)),
-        S_OK);
-    PROPPAGEINFO info{};
-    info.cb = sizeof info;
-    ASSERT_EQ(fresh->GetPageInfo(&info), S_OK);
-    EXPECT_EQ(fresh->Release(), 0u);
-
-    EXPECT_STREQ(info.pszTitle, L"Color");
-    const auto page = Open();
-    RECT units = {0, 0, 252, 218};
-    ASSERT_TRUE(::MapDialogRect(page->Dialog(), &units));
-    EXPECT_EQ(info.size.cx, units.right);
-    EXPECT_EQ(info.size.cy, units.bottom);
-    ::CoTaskMemFree(info.pszTitle);
-}
-
 TEST_F(ColorPage, shows_each_group_as_the_camera_has_it) {
     const auto page = Open();
     for (const GroupRow& row : kGroups) {

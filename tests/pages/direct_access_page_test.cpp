@@ -30,32 +30,6 @@ constexpr CatalogueRow kCatalogue[] = {
 
 // ---- Opening ------------------------------------------------------------------------------------------------------
 
-TEST_F(DirectAccessPage, names_itself_and_tells_its_templates_size) {
-    const auto page = Open();
-    PROPPAGEINFO info{};
-    info.cb = sizeof info;
-    ASSERT_EQ(page->Page()->GetPageInfo(&info), S_OK);
-    EXPECT_STREQ(info.pszTitle, L"Direct access");
-    RECT units = {0, 0, 278, 231};
-    ASSERT_TRUE(::MapDialogRect(page->Dialog(), &units));
-    EXPECT_EQ(info.size.cx, units.right);
-    EXPECT_EQ(info.size.cy, units.bottom);
-    ::CoTaskMemFree(info.pszTitle);
-}
-
-TEST_F(DirectAccessPage, can_be_aggregated) {
-    COuterObject outer;
-    IUnknown* inner = nullptr;
-    IPropertyPage* page = nullptr;
-    ASSERT_EQ(CModule::Get().Create(CLSID_KolmFluxorPage_DirectAccess, outer.Unknown(), IID_IUnknown,
-                                    reinterpret_cast<void**>(&inner)),
-              S_OK);
-    ASSERT_EQ(inner->QueryInterface(IID_PPV_ARGS(&page)), S_OK);
-    EXPECT_EQ(outer.References(), 2u);
-    page->Release();
-    EXPECT_EQ(inner->Release(), 0u);
-}
-
 TEST_F(DirectAccessPage, opens_with_brightness_and_the_value_0_and_reads_no_register) {
     const auto page = Open();
     EXPECT_EQ(m_opening, Wire{});

@@ -25,50 +25,6 @@ const GroupRow kGroups[] = {
 };
 // ---- Opening ------------------------------------------------------------------------------------------------------
 
-TEST_F(ExposurePage, names_itself_and_tells_its_templates_size_before_it_is_shown) {
-    IPropertyPage* fresh = nullptr;
-    ASSERT_EQ(CModule::Get().Create(CLSID_KolmFluxorPage_Exposure, nullptr, IID_IPropertyPage,
-                                    reinterpret_cast<void**>(&fresh)),
-              S_OK);
-    PROPPAGEINFO info{};
-    info.cb = sizeof info;
-    ASSERT_EQ(fresh->GetPageInfo(&info), S_OK);
-    EXPECT_EQ(fresh->GetPageInfo(nullptr), E_POINTER);
-    EXPECT_EQ(fresh->Release(), 0u);
-
-    EXPECT_STREQ(info.pszTitle, L"Exposure");
-    const auto page = Open();
-    RECT units = {0, 0, 252, 218};
-    ASSERT_TRUE(::MapDialogRect(page->Dialog(), &units));
-    EXPECT_EQ(info.size.cx, units.right);
-    EXPECT_EQ(info.size.cy, units.bottom);
-    ::CoTaskMemFree(info.pszTitle);
-}
-
-TEST_F(ExposurePage, can_be_aggregated) {
-    COuterObject outer;
-    IUnknown* inner = nullptr;
-    IPropertyPage* page = nullptr;
-    IUnknown* identity = nullptr;
-    EXPECT_EQ(CModule::Get().Create(CLSID_KolmFluxorPage_Exposure, outer.Unknown(), IID_IPropertyPage,
-                                    reinterpret_cast<void**>(&page)),
-              E_NOINTERFACE)
-        << "only its own IUnknown can be asked for";
-    ASSERT_EQ(CModule::Get().Create(CLSID_KolmFluxorPage_Exposure, outer.Unknown(), IID_IUnknown,
-                                    reinterpret_cast<void**>(&inner)),
-              S_OK);
-
-    ASSERT_EQ(inner->QueryInterface(IID_PPV_ARGS(&page)), S_OK);
-    ASSERT_EQ(page->QueryInterface(IID_PPV_ARGS(&identity)), S_OK);
-    EXPECT_EQ(identity, outer.Unknown());
-    EXPECT_EQ(outer.References(), 3u);
-
-    identity->Release();
-    page->Release();
-    EXPECT_EQ(outer.References(), 1u);
-    EXPECT_EQ(inner->Release(), 0u);
-}
-
 TEST_F(ExposurePage, shows_each_group_as_the_camera_has_it) {
     const auto page = Open();
     for (const GroupRow& row : kGroups) {

@@ -43,21 +43,6 @@ private:
     IPropertyPage* m_page = nullptr;
 };
 
-TEST_F(FormatPage, names_itself_and_tells_its_templates_size) {
-    CBarePage bare;
-    PROPPAGEINFO info{};
-    info.cb = sizeof info;
-    ASSERT_EQ(bare->GetPageInfo(&info), S_OK);
-    EXPECT_STREQ(info.pszTitle, L"Format");
-    ::CoTaskMemFree(info.pszTitle);
-
-    const auto page = Open();
-    RECT units = {0, 0, 278, 216};
-    ASSERT_TRUE(::MapDialogRect(page->Dialog(), &units));
-    EXPECT_EQ(info.size.cx, units.right);
-    EXPECT_EQ(info.size.cy, units.bottom);
-}
-
 TEST_F(FormatPage, connecting_takes_the_first_pin_and_gives_the_rest_back) {
     CBarePage page;
 

@@ -133,19 +133,6 @@ TEST_F(InfoPageOnCamera, texts_of_full_fields_are_cut_to_63_characters) {
         EXPECT_EQ(page->Text(id), std::string(63, 'X')) << id;
 }
 
-TEST_F(InfoPageOnCamera, names_itself_and_tells_its_templates_size) {
-    const auto page = Open();
-    PROPPAGEINFO info{};
-    info.cb = sizeof info;
-    ASSERT_EQ(page->Page()->GetPageInfo(&info), S_OK);
-    EXPECT_STREQ(info.pszTitle, L"Info");
-    RECT units = {0, 0, 278, 204};
-    ASSERT_TRUE(::MapDialogRect(page->Dialog(), &units));
-    EXPECT_EQ(info.size.cx, units.right);
-    EXPECT_EQ(info.size.cy, units.bottom);
-    ::CoTaskMemFree(info.pszTitle);
-}
-
 TEST_F(InfoPageOnCamera, template_has_icon_boxes_and_a_label_beside_each_value) {
     const auto page = Open();
     std::vector<std::string> boxes;

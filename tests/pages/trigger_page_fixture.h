@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "support/page_host.h"
+#include "pages/camera_page.h"
 
 namespace kolmfluxor::test {
 
@@ -62,20 +62,10 @@ inline constexpr TriggerFeatureRow kTriggerFeatures[] = {
 // clang-format on
 
 /// A color camera and its Trigger page.
-class TriggerPage : public PageTest {
+class TriggerPage : public CameraPage {
 protected:
     /// A page on this test's camera; its own requests are forgotten.
-    std::unique_ptr<CPageHost> Open() {
-        auto host = std::make_unique<CPageHost>(CLSID_KolmFluxorPage_Trigger, Object());
-        m_opening = Object().Sent();
-        return host;
-    }
-    ULONG WordOf(ULONG id, ULONG offset = 24) {
-        std::uint32_t word = 0;
-        EXPECT_TRUE(Camera().GetFeatureWord(id, offset, &word));
-        return word;
-    }
-    void SetWord(ULONG id, ULONG offset, ULONG word) { EXPECT_TRUE(Camera().SetFeatureWord(id, offset, word)); }
+    std::unique_ptr<CPageHost> Open() { return OpenPage(CLSID_KolmFluxorPage_Trigger); }
 
     /// The request that writes the trigger.
     static CWireRequest Write(ULONG state, ULONG parameter) {
@@ -96,8 +86,6 @@ protected:
         return shown;
     }
     static std::vector<int> Only(int picture) { return picture == 0 ? std::vector<int>{} : std::vector{picture}; }
-
-    Wire m_opening;  ///< what opening the page sent
 };
 
 }  // namespace kolmfluxor::test

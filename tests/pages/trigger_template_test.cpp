@@ -14,12 +14,6 @@
 namespace kolmfluxor::test {
 namespace {
 
-std::string ClassOf(HWND control) {
-    std::array<char, 64> name{};
-    ::GetClassNameA(control, name.data(), static_cast<int>(name.size()));
-    return name.data();
-}
-
 HMODULE Module() {
     return ::GetModuleHandleW(CModule::Get().Path().c_str());
 }
@@ -37,19 +31,6 @@ std::vector<BYTE> PixelsOf(HBITMAP bitmap) {
     EXPECT_EQ(::GetDIBits(screen, bitmap, 0, 48, pixels.data(), &info, DIB_RGB_COLORS), 48);
     ::ReleaseDC(nullptr, screen);
     return pixels;
-}
-
-TEST_F(TriggerPage, names_itself_and_tells_its_templates_size) {
-    const auto page = Open();
-    PROPPAGEINFO info{};
-    info.cb = sizeof info;
-    ASSERT_EQ(page->Page()->GetPageInfo(&info), S_OK);
-    EXPECT_STREQ(info.pszTitle, L"Trigger");
-    RECT units = {0, 0, 252, 218};
-    ASSERT_TRUE(::MapDialogRect(page->Dialog(), &units));
-    EXPECT_EQ(info.size.cx, units.right);
-    EXPECT_EQ(info.size.cy, units.bottom);
-    ::CoTaskMemFree(info.pszTitle);
 }
 
 TEST_F(TriggerPage, has_every_control_of_the_right_class_within_its_area) {
@@ -72,7 +53,7 @@ TEST_F(TriggerPage, has_every_control_of_the_right_class_within_its_area) {
     ASSERT_TRUE(::MapDialogRect(page->Dialog(), &area));
     for (const auto& [id, name] : controls) {
         SCOPED_TRACE(id);
-        EXPECT_EQ(ClassOf(page->Control(id)), name);
+        EXPECT_EQ(ClassOf(*page, id), name);
         RECT place{};
         ::GetWindowRect(page->Control(id), &place);
         ::MapWindowPoints(nullptr, page->Dialog(), reinterpret_cast<POINT*>(&place), 2);

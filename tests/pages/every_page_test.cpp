@@ -1,0 +1,178 @@
+/// @file  What holds for every page of the module: identity, size, layout, and that opening one changes nothing.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/page_host.h"
+
+#include <commctrl.h>
+
+namespace kolmfluxor::test {
+namespace {
+
+struct PageRow {
+    const char* name;
+    const CLSID& classId;
+    int titleId;
+    const wchar_t* title;
+    SIZE units;  ///< of the template, in dialog units
+};
+
+const PageRow kPages[] = {
+    {"Color", CLSID_KolmFluxorPage_Color, 204, L"Color", {252, 218}},
+    {"Trigger", CLSID_KolmFluxorPage_Trigger, 205, L"Trigger", {252, 218}},
+    {"Info", CLSID_KolmFluxorPage_Info, 206, L"Info", {278, 204}},
+    {"Format", CLSID_KolmFluxorPage_Format, 207, L"Format", {278, 216}},
+    {"DirectAccess", CLSID_KolmFluxorPage_DirectAccess, 208, L"Direct access", {278, 231}},
+    {"Exposure", CLSID_KolmFluxorPage_Exposure, 209, L"Exposure", {252, 218}},
+    {"Smart01", CLSID_KolmFluxorPage_Smart01, 210, L"Smart feat. 1", {252, 118}},
+};
+
+class EveryPage : public PageTest, public ::testing::WithParamInterface<PageRow> {
+protected:
+    struct Control {
+        HWND window;
+        int id;
+        std::string kind;
+        std::string text;
+        RECT area;  ///< in the page
+    };
+
+    /// The visible controls of a page, in their order.
+    static std::vector<Control> Controls(const CPageHost& page) {
+        std::vector<Control> controls;
+        for (HWND window = ::GetWindow(page.Dialog(), GW_CHILD); window != nullptr;
+             window = ::GetWindow(window, GW_HWNDNEXT)) {
+            if (!::IsWindowVisible(window)) continue;
+            std::array<char, 64> kind{};
+            std::array<char, 512> text{};
+            ::GetClassNameA(window, kind.data(), static_cast<int>(kind.size()));
+            ::GetWindowTextA(window, text.data(), static_cast<int>(text.size()));
+            Control control = {window, ::GetDlgCtrlID(window), kind.data(), text.data(), {}};
+            ::GetWindowRect(window, &control.area);
+            ::MapWindowPoints(nullptr, page.Dialog(), reinterpret_cast<POINT*>(&control.area), 2);
+            controls.push_back(control);
+        }
+        return controls;
+    }
+    static bool IsGroupBox(const Control& control) {
+        return control.kind == "Button" &&
+               (::GetWindowLongPtrA(control.window, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+    }
+};
+
+TEST_P(EveryPage, names_itself_and_tells_its_templates_size_before_it_is_shown) {
+    IPropertyPage* fresh = nullptr;
+    ASSERT_EQ(CModule::Get().Create(GetParam().classId, nullptr, IID_IPropertyPage, reinterpret_cast<void**>(&fresh)),
+              S_OK);
+    PROPPAGEINFO info{};
+    info.cb = sizeof info;
+    ASSERT_EQ(fresh->GetPageInfo(&info), S_OK);
+    EXPECT_EQ(fresh->GetPageInfo(nullptr), E_POINTER);
+    EXPECT_EQ(fresh->Release(), 0u);
+
+    EXPECT_STREQ(info.pszTitle, GetParam().title);
+    ::CoTaskMemFree(info.pszTitle);
+    std::array<wchar_t, 64> title{};
+    EXPECT_GT(::LoadStringW(::GetModuleHandleA("kolmfluxor.dll"), static_cast<UINT>(GetParam().titleId), title.data(),
+                            static_cast<int>(title.size())),
+              0);
+    EXPECT_STREQ(title.data(), GetParam().title);
+    const CPageHost page(GetParam().classId, Object());
+    RECT units = {0, 0, GetParam().units.cx, GetParam().units.cy};
+    ASSERT_TRUE(::MapDialogRect(page.Dialog(), &units));
+    EXPECT_EQ(info.size.cx, units.right);
+    EXPECT_EQ(info.size.cy, units.bottom);
+}
+
+TEST_P(EveryPage, can_be_aggregated) {
+    COuterObject outer;
+    IUnknown* inner = nullptr;
+    IPropertyPage* page = nullptr;
+    IUnknown* identity = nullptr;
+    EXPECT_EQ(
+        CModule::Get().Create(GetParam().classId, outer.Unknown(), IID_IPropertyPage, reinterpret_cast<void**>(&page)),
+        E_NOINTERFACE)
+        << "only its own IUnknown can be asked for";
+    ASSERT_EQ(
+        CModule::Get().Create(GetParam().classId, outer.Unknown(), IID_IUnknown, reinterpret_cast<void**>(&inner)),
+        S_OK);
+
+    ASSERT_EQ(inner->QueryInterface(IID_PPV_ARGS(&page)), S_OK);
+    ASSERT_EQ(page->QueryInterface(IID_PPV_ARGS(&identity)), S_OK);
+    EXPECT_EQ(identity, outer.Unknown());
+    EXPECT_EQ(outer.References(), 3u);
+
+    identity->Release();
+    page->Release();
+    EXPECT_EQ(outer.References(), 1u);
+    EXPECT_EQ(inner->Release(), 0u);
+}
+
+TEST_P(EveryPage, opening_and_reopening_write_nothing_and_leave_the_page_clean) {
+    for (const wchar_t* variant : {L"color", L"mono"}) {
+        Renew(variant);
+        CPageHost page(GetParam().classId, Object());
+        page.Reactivate();
+
+        for (const CWireRequest& request : Object().Sent())
+            EXPECT_EQ(request.Word(20), 1u) << "a SET was sent";
+        EXPECT_TRUE(page.Site().reports.empty());
+        EXPECT_EQ(page.Page()->IsPageDirty(), S_FALSE);
+    }
+}
+
+TEST_P(EveryPage, stays_usable_on_an_unplugged_camera) {
+    Camera().Plug(false);
+    CPageHost page(GetParam().classId, Object());
+    EXPECT_NE(page.Dialog(), nullptr);
+    page.Tick();
+    Camera().Plug(true);
+}
+
+TEST_P(EveryPage, all_controls_lie_within_the_page_and_none_on_another) {
+    const CPageHost page(GetParam().classId, Object());
+    RECT units = {0, 0, GetParam().units.cx, GetParam().units.cy};
+    ASSERT_TRUE(::MapDialogRect(page.Dialog(), &units));
+    const std::vector<Control> controls = Controls(page);
+    EXPECT_FALSE(controls.empty());
+    for (std::size_t i = 0; i < controls.size(); ++i) {
+        const Control& one = controls[i];
+        RECT common{};
+        EXPECT_TRUE(::IntersectRect(&common, &one.area, &units) && ::EqualRect(&common, &one.area))
+            << one.kind << ' ' << one.id << " \"" << one.text << '"';
+        if (IsGroupBox(one)) continue;
+        for (std::size_t j = i + 1; j < controls.size(); ++j) {
+            const Control& other = controls[j];
+            EXPECT_TRUE(IsGroupBox(other) || !::IntersectRect(&common, &one.area, &other.area))
+                << one.kind << ' ' << one.id << " and " << other.kind << ' ' << other.id;
+        }
+    }
+}
+
+TEST_P(EveryPage, no_caption_is_clipped) {
+    const CPageHost page(GetParam().classId, Object());
+    HDC const device = ::GetDC(page.Dialog());
+    HGDIOBJ const before =
+        ::SelectObject(device, reinterpret_cast<HFONT>(::SendMessageA(page.Dialog(), WM_GETFONT, 0, 0)));
+    for (const Control& control : Controls(page)) {
+        const bool picture =
+            control.kind == "Static" && (::GetWindowLongPtrA(control.window, GWL_STYLE) & SS_TYPEMASK) > SS_RIGHT;
+        if (picture || (control.kind != "Static" && control.kind != "Button")) continue;
+        RECT needed{};
+        ::DrawTextA(device, control.text.c_str(), -1, &needed, DT_CALCRECT | DT_EXPANDTABS);
+        EXPECT_LE(needed.right, control.area.right - control.area.left) << control.id << " \"" << control.text << '"';
+    }
+    ::SelectObject(device, before);
+    ::ReleaseDC(page.Dialog(), device);
+}
+
+INSTANTIATE_TEST_SUITE_P(Pages, EveryPage, ::testing::ValuesIn(kPages),
+                         [](const auto& page) { return std::string(page.param.name); });
+
+}  // namespace
+}  // namespace kolmfluxor::test

@@ -36,6 +36,10 @@ std::string AnsiToUtf8(std::string_view text) {
     return ToUtf8(FromCodePage(CP_ACP, text));
 }
 
+std::string Windows1252ToUtf8(std::string_view text) {
+    return ToUtf8(FromCodePage(1252, text));
+}
+
 bool EqualWithoutCase(std::wstring_view a, std::wstring_view b) {
     return ::CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()), TRUE) ==
            CSTR_EQUAL;

@@ -18,6 +18,9 @@ namespace kolmctl {
 /// Converts a text in the system's code page.
 [[nodiscard]] std::string AnsiToUtf8(std::string_view text);
 
+/// Converts a text in Windows code page 1252, whatever the system's own is.
+[[nodiscard]] std::string Windows1252ToUtf8(std::string_view text);
+
 /// Compares as Windows compares file names: by code unit, without case.
 [[nodiscard]] bool EqualWithoutCase(std::wstring_view a, std::wstring_view b);
 

@@ -23,6 +23,7 @@ namespace kolmctl {
 [[nodiscard]] std::unique_ptr<Command> MakePages();
 [[nodiscard]] std::unique_ptr<Command> MakeRawGet();
 [[nodiscard]] std::unique_ptr<Command> MakeRawSet();
+[[nodiscard]] std::unique_ptr<Command> MakeRegDecode();
 [[nodiscard]] std::unique_ptr<Command> MakeRegDump();
 [[nodiscard]] std::unique_ptr<Command> MakeRegRead();
 [[nodiscard]] std::unique_ptr<Command> MakeRegWrite();

@@ -1,4 +1,4 @@
-/// @file  kolmctl reg dump: all registers of the catalogue.
+/// @file  kolmctl reg dump: all registers of the catalogue, with their fields.
 
 #include <registers/catalogue.h>
 
@@ -8,6 +8,7 @@
 #include "errors.h"
 #include "hresult_text.h"
 #include "progress.h"
+#include "register_lines.h"
 #include "text.h"
 
 namespace kolmctl {
@@ -29,7 +30,8 @@ public:
                                   {"address", "ADDRESS", Align::left},
                                   {"hex", "HEX", Align::left},
                                   {"value", "VALUE", Align::right},
-                                  {"error", "ERROR", Align::left}});
+                                  {"error", "ERROR", Align::left},
+                                  {"fields", "FIELDS", Align::left}});
         bool any = false;
         HRESULT refusal = S_OK;
         {
@@ -38,10 +40,12 @@ public:
                 ULONG value = 0;
                 const HRESULT hr = camera.ReadRegister(entry.address, &value);
                 if (hr == S_OK) {
-                    table.Add({entry.name, Hex32(entry.address), Hex32(value), value, Json()});
+                    const auto lines = DecodeLines(entry.address, value);
+                    table.Add({entry.name, Hex32(entry.address), Hex32(value), value, Json(),
+                               lines ? FieldsCell(session.Out().Format(), lines->fields) : Json()});
                     any = true;
                 } else {
-                    table.Add({entry.name, Hex32(entry.address), Json(), Json(), HResultText(hr)});
+                    table.Add({entry.name, Hex32(entry.address), Json(), Json(), HResultText(hr), Json()});
                     refusal = hr;
                 }
                 progress.Step();

@@ -152,10 +152,10 @@ TEST_F(KolmctlReg, dump_lists_every_register_and_no_progress_off_a_terminal) {
     EXPECT_EQ(outcome.exitCode, kSuccess);
     EXPECT_EQ(outcome.err, "");
     EXPECT_EQ(std::ranges::count(outcome.out, '\n'), 359) << "a heading and 358 registers";
-    EXPECT_THAT(outcome.out, StartsWith("name\taddress\thex\tvalue\terror\nInitialize\t0xF0F00000\t"));
+    EXPECT_THAT(outcome.out, StartsWith("name\taddress\thex\tvalue\terror\tfields\nInitialize\t0xF0F00000\t"));
     const std::uint32_t brightness = Register(kBrightness);
-    EXPECT_THAT(outcome.out,
-                HasSubstr("\nBrightness\t0xF0F00800\t" + Hex(brightness) + "\t" + std::to_string(brightness) + "\t\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("\nBrightness\t0xF0F00800\t" + Hex(brightness) + "\t" +
+                                       std::to_string(brightness) + "\t\tPresent: 1, AbsControl: "));
     EXPECT_THAT(outcome.out, HasSubstr("\nKolmTRiggerCounter\t0xF1000620\t"));
 }
 
@@ -178,7 +178,7 @@ TEST_F(KolmctlReg, dump_prints_json_with_null_for_no_error) {
     const ProcessOutcome outcome = Kolmctl({L"--simulate", L"--json", L"reg", L"dump", L"--filter", L"LUTInfo"});
 
     EXPECT_EQ(outcome.exitCode, kSuccess) << outcome.err;
-    EXPECT_THAT(outcome.out, HasSubstr("    \"error\": null\n"));
+    EXPECT_THAT(outcome.out, HasSubstr("    \"error\": null,\n"));
     EXPECT_THAT(outcome.out, Not(HasSubstr("\"value\": null")));
 }
 

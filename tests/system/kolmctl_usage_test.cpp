@@ -23,9 +23,8 @@ constexpr Nested kNested[] = {
     {L"lut", L"enable", "Usage: kolmctl lut enable"},   {L"lut", L"disable", "Usage: kolmctl lut disable"},
     {L"lut", L"upload", "Usage: kolmctl lut upload"},   {L"reg", L"read", "Usage: kolmctl reg read"},
     {L"reg", L"write", "Usage: kolmctl reg write"},     {L"reg", L"dump", "Usage: kolmctl reg dump"},
-    {L"format", L"set", "Usage: kolmctl format set"},
-    {L"reg", L"decode", "Usage: kolmctl reg decode"},   {L"raw", L"get", "Usage: kolmctl raw get"},
-    {L"raw", L"set", "Usage: kolmctl raw set"},
+    {L"format", L"set", "Usage: kolmctl format set"},   {L"reg", L"decode", "Usage: kolmctl reg decode"},
+    {L"raw", L"get", "Usage: kolmctl raw get"},         {L"raw", L"set", "Usage: kolmctl raw set"},
 };
 
 TEST_F(KolmctlUsage, help_names_every_subcommand_with_an_example_and_the_exit_codes) {

@@ -1,7 +1,7 @@
 # What every target of ours is built with: the interface target kolm_options.
 
-set(KOLM_SANITIZE "" CACHE STRING "Run-time checks: empty, \"trap\" (any target) or \"address\" (native builds)")
-set_property(CACHE KOLM_SANITIZE PROPERTY STRINGS "" trap address)
+set(KOLM_SANITIZE "" CACHE STRING "Run-time checks: empty, \"trap\" (any target), \"address\" or \"fuzz\" (native builds)")
+set_property(CACHE KOLM_SANITIZE PROPERTY STRINGS "" trap address fuzz)
 
 # -- Build types
 
@@ -27,6 +27,13 @@ elseif(KOLM_SANITIZE STREQUAL "address")
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
     add_compile_definitions(_GLIBCXX_ASSERTIONS)
+elseif(KOLM_SANITIZE STREQUAL "fuzz")
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        message(FATAL_ERROR "KOLM_SANITIZE=fuzz needs clang")
+    endif()
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -g -gdwarf-4)
+    add_link_options(-fsanitize=address,undefined)
+    add_compile_definitions(_GLIBCXX_ASSERTIONS)
 elseif(NOT KOLM_SANITIZE STREQUAL "")
     message(FATAL_ERROR "KOLM_SANITIZE: unknown value \"${KOLM_SANITIZE}\"")
 endif()
@@ -46,13 +53,9 @@ set(_kolm_warnings
     -Wpedantic
     -Wcast-qual
     -Wconversion
-    -Wduplicated-branches
-    -Wduplicated-cond
     -Wextra-semi
     -Wfloat-equal
     -Wformat=2
-    -Wimplicit-fallthrough=5
-    -Wlogical-op
     -Wold-style-cast
     -Woverloaded-virtual
     -Wredundant-decls
@@ -65,9 +68,12 @@ set(_kolm_warnings
     # Tables hold the format texts of the decoders; each table's own audit checks them.
     -Wno-format-nonliteral
 )
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    list(APPEND _kolm_warnings -Wduplicated-branches -Wduplicated-cond -Wimplicit-fallthrough=5 -Wlogical-op)
+endif()
 # Not -Wnon-virtual-dtor: COM interfaces have none by their binary contract.
 # Optimization reports made worse by the sanitizers' extra branches are left to the other builds.
-if(KOLM_SANITIZE)
+if(KOLM_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     list(APPEND _kolm_warnings -Wno-maybe-uninitialized)
 endif()
 target_compile_options(kolm_options INTERFACE "$<$<COMPILE_LANGUAGE:CXX>:${_kolm_warnings}>")

@@ -1,5 +1,6 @@
 #!/bin/bash
 # Installs what building and testing need, and only what is missing (Debian 12 or a later relative of it).
+# cmake/setup.sh --bench: what the benchmarks need besides.
 set -euo pipefail
 
 packages=(
@@ -21,7 +22,13 @@ packages=(
     python3
     python3-pefile
     clang-format
+    # fuzz
+    clang
+    libclang-rt-dev
 )
+if [[ ${1:-} == --bench ]]; then
+    packages+=(libbenchmark-dev libfccp-dev libcsv-dev)
+fi
 
 if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
     echo "setup: this system has no apt; install the like of: ${packages[*]}" >&2

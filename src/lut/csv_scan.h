@@ -42,4 +42,10 @@ inline constexpr std::size_t kCsvBlock = 64;
 }
 #endif
 
+/// As above, of the first `count` characters only; 64 can be read all the same.
+[[nodiscard]] inline std::uint64_t CsvMarks(const char* text, std::size_t count) noexcept {
+    const std::uint64_t marks = CsvMarks(text);
+    return count < kCsvBlock ? marks & ((std::uint64_t{1} << count) - 1) : marks;
+}
+
 }  // namespace kolmfluxor

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <memory>
 #include <stdexcept>
 
@@ -12,10 +13,10 @@
 namespace kolmfluxor {
 namespace {
 
-constexpr std::size_t kBefore = 8;                       // CsvNumberQuick looks so far back
-constexpr std::size_t kBehind = kCsvBlock;               // the scan looks so far ahead
-constexpr std::size_t kPiece = std::size_t{256} * 1024;  // read at once: small enough to stay in the cache
-constexpr std::size_t kRowsAtOnce = 256;                 // converted for all LUTs: these rows stay in the cache too
+constexpr std::size_t kBefore = 8;                      // CsvNumberQuick looks so far back
+constexpr std::size_t kBehind = kCsvBlock;              // the scan looks so far ahead
+constexpr std::size_t kPiece = std::size_t{64} * 1024;  // read at once: small enough to stay in the cache
+constexpr std::size_t kRowsAtOnce = 256;                // converted for all LUTs: these rows stay in the cache too
 
 struct FileCloser {
     void operator()(std::FILE* file) const noexcept { std::fclose(file); }
@@ -56,7 +57,7 @@ void CCsvTable::Clear() {
     m_text.resize(kBefore);
     m_end = m_taken = kBefore;
     m_rows.clear();
-    m_begins.clear();
+    m_places.clear();
     m_equalLengths = true;
 }
 
@@ -72,9 +73,7 @@ bool CCsvTable::TakeLines() {
     char open = '\0';
     for (std::size_t block = m_taken, next = 0; block < end; block = next) {
         next = block + kCsvBlock;
-        std::uint64_t marks = CsvMarks(text + block);
-        if (next > end) marks &= (std::uint64_t{1} << (end - block)) - 1;
-        for (; marks != 0; marks &= marks - 1) {
+        for (std::uint64_t marks = CsvMarks(text + block, end - block); marks != 0; marks &= marks - 1) {
             const std::size_t at = block + static_cast<std::size_t>(std::countr_zero(marks));
             const std::size_t length = at - m_taken;
             if (length > CsvLine::kMostCharacters) return false;
@@ -90,11 +89,12 @@ bool CCsvTable::TakeLines() {
             open = '\0';
             if (mark == '\n') {
                 text[at] = '\0';
-                AddRow({begins, tokens}, length + 1);
+                AddRow({begins, tokens}, {}, length + 1);
                 m_taken = at + 1;
                 continue;
             }
-            const auto lineFeed = static_cast<std::size_t>(std::find(text + at, text + end, '\n') - text);
+            const auto* const found = static_cast<const char*>(std::memchr(text + at, '\n', end - at));
+            const auto lineFeed = static_cast<std::size_t>(found - text);
             if (lineFeed - m_taken > CsvLine::kMostCharacters) return false;
             text[lineFeed] = '\0';
             TakeTokens(lineFeed + 1);
@@ -109,26 +109,20 @@ void CCsvTable::TakeTokens(std::size_t end) {
     if (end == m_taken) return;
     CsvLine line;
     CsvTokenize(m_text.data() + m_taken, end - m_taken, &line);
-    AddRow({line.begins.data(), line.count}, line.end);
+    AddRow({line.begins.data(), line.count}, {line.unused.data(), line.count}, line.end);
     m_taken = end;
 }
 
-void CCsvTable::AddRow(std::span<const std::uint8_t> begins, std::size_t end) {
+void CCsvTable::AddRow(std::span<const std::uint8_t> begins, std::span<const std::uint8_t> unused, std::size_t end) {
     if (begins.empty()) return;
     m_equalLengths = m_equalLengths && (m_rows.empty() || begins.size() == TokenCount(0));
-    m_rows.push_back({.line = m_taken, .firstToken = m_begins.size(), .end = end});
-    m_begins.insert(m_begins.end(), begins.begin(), begins.end());
-}
-
-std::size_t CCsvTable::TokenCount(std::size_t row) const noexcept {
-    return (row + 1 < m_rows.size() ? m_rows[row + 1].firstToken : m_begins.size()) - m_rows[row].firstToken;
-}
-
-std::string_view CCsvTable::Token(std::size_t row, std::size_t token) const noexcept {
-    const Row& place = m_rows[row];
-    const std::uint8_t* const begin = &m_begins[place.firstToken + token];
-    const std::size_t end = token + 1 < TokenCount(row) ? begin[1] - std::size_t{1} : place.end;
-    return {m_text.data() + place.line + *begin, end - *begin};
+    m_rows.push_back({.line = m_taken,
+                      .places = m_places.size(),
+                      .tokens = static_cast<std::uint16_t>(begins.size()),
+                      .end = static_cast<std::uint16_t>(end),
+                      .hasUnused = !unused.empty()});
+    m_places.insert(m_places.end(), begins.begin(), begins.end());
+    m_places.insert(m_places.end(), unused.begin(), unused.end());
 }
 
 std::size_t CCsvTable::GetLUTCount() const {
@@ -157,8 +151,9 @@ template <class Value> void CCsvTable::Start(Lut<Value>& lut, std::size_t n) con
 
 template <class Value>
 void CCsvTable::Convert(Lut<Value>& lut, std::size_t n, std::size_t firstRow, std::size_t lastRow) const {
+    lut.values.resize(lastRow - 1);
     for (std::size_t row = firstRow; row < lastRow; ++row)
-        lut.values.push_back(static_cast<Value>(CsvNumberQuick(Token(row, n + 1))));
+        lut.values[row - 1] = static_cast<Value>(CsvNumberQuick(Token(row, n + 1)));
 }
 
 template <class Value> bool CCsvTable::Fill(Lut<Value>& lut, std::size_t n) const {

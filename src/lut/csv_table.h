@@ -55,15 +55,17 @@ public:
 
     [[nodiscard]] std::size_t RowCount() const noexcept { return m_rows.size(); }
     /// The number of tokens of a row that exists.
-    [[nodiscard]] std::size_t TokenCount(std::size_t row) const noexcept;
+    [[nodiscard]] std::size_t TokenCount(std::size_t row) const noexcept { return m_rows[row].tokens; }
     /// A token that exists.
     [[nodiscard]] std::string_view Token(std::size_t row, std::size_t token) const noexcept;
 
 private:
     struct Row {
-        std::size_t line;        ///< where its line begins in the text
-        std::size_t firstToken;  ///< place of its first token in `m_begins`
-        std::size_t end;         ///< one behind its last token, from the beginning of the line
+        std::size_t line;      ///< where its line begins in `m_text`
+        std::size_t places;    ///< where its tokens' places begin in `m_places`
+        std::uint16_t tokens;  ///< how many
+        std::uint16_t end;     ///< one behind the last token, from the beginning of the line
+        bool hasUnused;        ///< there are `CsvLine::unused` behind the `CsvLine::begins`
     };
 
     void Clear();
@@ -74,7 +76,9 @@ private:
     /// Makes a row of the text from `m_taken` up to `end`, if there is any, whatever is in it.
     void TakeTokens(std::size_t end);
     /// Adds a row unless it has no tokens. The arguments are those of `CsvLine`; the line begins at `m_taken`.
-    void AddRow(std::span<const std::uint8_t> begins, std::size_t end);
+    ///
+    /// @param unused  may be empty when there are none
+    void AddRow(std::span<const std::uint8_t> begins, std::span<const std::uint8_t> unused, std::size_t end);
 
     template <class Value> bool Fill(Lut<Value>& lut, std::size_t n) const;
     template <class Value> void Start(Lut<Value>& lut, std::size_t n) const;
@@ -85,8 +89,19 @@ private:
     std::size_t m_end = 0;     ///< of the file's text in `m_text`
     std::size_t m_taken = 0;   ///< up to here lines have become rows
     std::vector<Row> m_rows;
-    std::vector<std::uint8_t> m_begins;  ///< where tokens begin, from the beginning of their line
+    std::vector<std::uint8_t> m_places;  ///< `CsvLine::begins` of each row, and for some `CsvLine::unused`
     bool m_equalLengths = true;
 };
+
+inline std::string_view CCsvTable::Token(std::size_t row, std::size_t token) const noexcept {
+    const Row& place = m_rows[row];
+    const std::uint8_t* const begin = &m_places[place.places + token];
+    std::size_t end = place.end;
+    if (token + 1 < place.tokens) {
+        end = begin[1] - std::size_t{1};
+        if (place.hasUnused) end -= begin[place.tokens];
+    }
+    return {m_text.data() + place.line + *begin, end - *begin};
+}
 
 }  // namespace kolmfluxor

@@ -58,26 +58,29 @@ struct CsvStep {
     }
 }
 
+namespace csv_steps {
+using enum CsvState;
+inline constexpr auto kAppend = CsvAction::append;
+inline constexpr auto kDrop = CsvAction::drop;
+inline constexpr auto kEnd = CsvAction::endToken;
+// clang-format off
+inline constexpr CsvStep kTable[kCsvStates][kCsvClasses] = {
+    //                     other                          line feed                    double quote                  single quote                 comma                          semicolon
+    /* open            */ {{open, kAppend},               {open, kDrop},               {doubleQuoted, kDrop},        {singleQuoted, kDrop},       {afterComma, kEnd},            {afterSemicolon, kEnd}},
+    /* afterComma      */ {{afterComma, kAppend},         {afterComma, kDrop},         {commaDoubleQuoted, kDrop},   {afterComma, kDrop},         {open, kEnd},                  {afterComma, kAppend}},
+    /* afterSemicolon  */ {{afterSemicolon, kAppend},     {afterSemicolon, kDrop},     {semiDoubleQuoted, kDrop},    {afterSemicolon, kDrop},     {afterSemicolon, kAppend},     {open, kEnd}},
+    /* doubleQuoted    */ {{doubleQuoted, kAppend},       {doubleQuoted, kDrop},       {open, kDrop},                {doubleQuoted, kDrop},       {doubleQuoted, kAppend},       {doubleQuoted, kAppend}},
+    /* singleQuoted    */ {{singleQuoted, kAppend},       {singleQuoted, kDrop},       {singleDoubleQuoted, kDrop},  {open, kDrop},               {singleQuoted, kAppend},       {singleQuoted, kAppend}},
+    /* commaDouble…    */ {{commaDoubleQuoted, kAppend},  {commaDoubleQuoted, kDrop},  {afterComma, kDrop},          {commaDoubleQuoted, kDrop},  {commaDoubleQuoted, kAppend},  {commaDoubleQuoted, kAppend}},
+    /* semiDouble…     */ {{semiDoubleQuoted, kAppend},   {semiDoubleQuoted, kDrop},   {afterSemicolon, kDrop},      {semiDoubleQuoted, kDrop},   {semiDoubleQuoted, kAppend},   {semiDoubleQuoted, kAppend}},
+    /* singleDouble…   */ {{singleDoubleQuoted, kAppend}, {singleDoubleQuoted, kDrop}, {singleQuoted, kDrop},        {singleDoubleQuoted, kDrop}, {singleDoubleQuoted, kAppend}, {singleDoubleQuoted, kAppend}},
+};
+// clang-format on
+}  // namespace csv_steps
+
 /// One step of the machine.
 [[nodiscard]] constexpr CsvStep CsvNext(CsvState state, CsvClass character) noexcept {
-    using enum CsvState;
-    constexpr auto kAppend = CsvAction::append;
-    constexpr auto kDrop = CsvAction::drop;
-    constexpr auto kEnd = CsvAction::endToken;
-    // clang-format off
-    constexpr CsvStep kSteps[kCsvStates][kCsvClasses] = {
-        //                     other                          line feed                    double quote                  single quote                 comma                          semicolon
-        /* open            */ {{open, kAppend},               {open, kDrop},               {doubleQuoted, kDrop},        {singleQuoted, kDrop},       {afterComma, kEnd},            {afterSemicolon, kEnd}},
-        /* afterComma      */ {{afterComma, kAppend},         {afterComma, kDrop},         {commaDoubleQuoted, kDrop},   {afterComma, kDrop},         {open, kEnd},                  {afterComma, kAppend}},
-        /* afterSemicolon  */ {{afterSemicolon, kAppend},     {afterSemicolon, kDrop},     {semiDoubleQuoted, kDrop},    {afterSemicolon, kDrop},     {afterSemicolon, kAppend},     {open, kEnd}},
-        /* doubleQuoted    */ {{doubleQuoted, kAppend},       {doubleQuoted, kDrop},       {open, kDrop},                {doubleQuoted, kDrop},       {doubleQuoted, kAppend},       {doubleQuoted, kAppend}},
-        /* singleQuoted    */ {{singleQuoted, kAppend},       {singleQuoted, kDrop},       {singleDoubleQuoted, kDrop},  {open, kDrop},               {singleQuoted, kAppend},       {singleQuoted, kAppend}},
-        /* commaDouble…    */ {{commaDoubleQuoted, kAppend},  {commaDoubleQuoted, kDrop},  {afterComma, kDrop},          {commaDoubleQuoted, kDrop},  {commaDoubleQuoted, kAppend},  {commaDoubleQuoted, kAppend}},
-        /* semiDouble…     */ {{semiDoubleQuoted, kAppend},   {semiDoubleQuoted, kDrop},   {afterSemicolon, kDrop},      {semiDoubleQuoted, kDrop},   {semiDoubleQuoted, kAppend},   {semiDoubleQuoted, kAppend}},
-        /* singleDouble…   */ {{singleDoubleQuoted, kAppend}, {singleDoubleQuoted, kDrop}, {singleQuoted, kDrop},        {singleDoubleQuoted, kDrop}, {singleDoubleQuoted, kAppend}, {singleDoubleQuoted, kAppend}},
-    };
-    // clang-format on
-    return kSteps[static_cast<std::size_t>(state)][static_cast<std::size_t>(character)];
+    return csv_steps::kTable[static_cast<std::size_t>(state)][static_cast<std::size_t>(character)];
 }
 
 /// Whether the last token counts when a line ends in this state: not inside quotes.
@@ -88,17 +91,17 @@ struct CsvStep {
 /// Where the tokens of a line lie after `CsvTokenize`.
 struct CsvLine {
     static constexpr std::size_t kMostCharacters = 255;  ///< of a line, without its end
+    using Places = std::array<std::uint8_t, kMostCharacters + 1>;
 
-    std::array<std::uint8_t, kMostCharacters + 1> begins;  ///< of each token, from the start of the line
-    std::size_t count;                                     ///< of tokens
-    std::size_t end;                                       ///< one behind the last token
+    Places begins;  ///< of each token, from the start of the line
+    Places unused;  ///< characters from the end of each token to the next one, less the separator; 0 for the last
+    std::size_t count = 0;  ///< of tokens
+    std::size_t end = 0;    ///< one behind the last token
 };
 
-/// Finds the tokens of a line, and closes up the characters that belong to a token over those that belong to none.
+/// Finds the tokens of a line. Where characters that belong to no token stand inside one, closes it up over them.
 ///
-/// Behind each token but the last, one character is free. A token that follows a separator begins behind that.
-///
-/// @param text    the line, its NUL included if it has one; changed
+/// @param text    the line, its NUL included if it has one; changed; 64 more characters can be read
 /// @param length  at most 255 characters, and the NUL
 void CsvTokenize(char* text, std::size_t length, CsvLine* line) noexcept;
 

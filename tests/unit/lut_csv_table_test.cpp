@@ -217,7 +217,7 @@ TEST(LutCsvTable, a_file_is_read_as_the_same_text_is) {
 }
 
 TEST(LutCsvTable, files_around_the_size_of_one_read) {
-    constexpr std::size_t kPiece = 256 * 1024;
+    constexpr std::size_t kPiece = 64 * 1024;
     for (const std::size_t size : {kPiece - 1, kPiece, kPiece + 1, 2 * kPiece}) {
         std::string text;
         while (text.size() + 16 <= size)

@@ -160,8 +160,12 @@ void CColorCorrectionCtrl::WriteCoefficient(std::size_t order, IKolmFluxorProper
     // writes the register that its mirror image shows. Stored matrices and scripts count on it.
     std::ignore = camera->WriteRegister(kCoefficients + static_cast<ULONG>(4 * order), static_cast<ULONG>(value));
     // Compatibility: the camera gets the number as it was typed, and the clamped one right after it: rewriting the
-    // edit reports a change, which arrives here again.
-    if (!InRange(value)) std::ignore = edit.setValue(Clamp(value));
+    // edit reports a change, which arrives here again. With a minimum above the maximum the clamped number is out of
+    // range too; it stays then.
+    const int clamped = Clamp(value);
+    if (clamped == value || m_clamping) return;
+    const CRaisedFlag clamping(m_clamping);
+    std::ignore = edit.setValue(clamped);
 }
 
 }  // namespace kolmfluxor

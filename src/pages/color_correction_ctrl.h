@@ -79,6 +79,7 @@ private:
     int m_max = 0;
     bool m_filling = false;  ///< changes of the edits are the group's own, not the user's
     bool m_undoing = false;
+    bool m_clamping = false;
 };
 
 }  // namespace kolmfluxor

@@ -14,12 +14,14 @@
 
 #include <commctrl.h>
 
+#include "driver/lockable.h"
 #include "support/control_window.h"
 #include "support/patched_import.h"
 #include "support/property_set_stub.h"
 #include "support/thrown_text.h"
 
 extern "C" void* __imp_WaitForSingleObject;
+extern "C" void* __imp_CreateMutexA;
 
 namespace kolmfluxor::test {
 namespace {
@@ -257,6 +259,60 @@ TEST_F(ColorCorrection, a_refresh_takes_its_own_changes_for_nobodys) {
     EXPECT_EQ(m_camera.calls, (std::vector<std::string>{"write 16 -7000", "write 16 -1000"}));
 }
 
+TEST_F(ColorCorrection, a_minimum_above_the_maximum_clamps_once) {
+    const CReporting reporting(m_window.Handle(), m_group, m_camera);
+    m_group.SetRange(5, 3);
+    struct Row {
+        const char *typed, *clamped;
+    };
+    for (const auto& [typed, clamped] : {Row{"4", "5"}, {"5", "3"}, {"3", "5"}, {"-7", "5"}, {"9", "3"}}) {
+        m_camera.calls.clear();
+        ::SetDlgItemTextA(m_window.Handle(), 201, typed);
+        EXPECT_EQ(m_camera.calls,
+                  (std::vector<std::string>{std::string("write 4 ") + typed, std::string("write 4 ") + clamped}));
+        EXPECT_EQ(m_window.Text(201), clamped);
+    }
+}
+
+/// An up-down that puts a number into its edit as soon as it gets a range.
+class CEagerUpDown {
+public:
+    CEagerUpDown(HWND upDown, int edit) : m_upDown(upDown) {
+        s_edit = edit;
+        s_original = reinterpret_cast<WNDPROC>(
+            ::SetWindowLongPtrA(upDown, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
+    }
+    ~CEagerUpDown() { ::SetWindowLongPtrA(m_upDown, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(s_original)); }
+    CEagerUpDown(const CEagerUpDown&) = delete;
+    CEagerUpDown& operator=(const CEagerUpDown&) = delete;
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        if (message == UDM_SETRANGE32) {
+            ::SetDlgItemInt(::GetParent(window), s_edit, static_cast<UINT>(wParam), TRUE);
+        }
+        return ::CallWindowProcA(s_original, window, message, wParam, lParam);
+    }
+
+    static inline int s_edit;
+    static inline WNDPROC s_original;
+
+    HWND m_upDown;
+};
+
+TEST_F(ColorCorrection, a_number_that_a_new_range_puts_into_an_edit_is_nobodys) {
+    const CReporting reporting(m_window.Handle(), m_group, m_camera);
+    const CEagerUpDown upDown(::GetDlgItem(m_window.Handle(), 304), 204);
+
+    m_group.SetRange(-7, 7);
+
+    EXPECT_EQ(CReporting::Changes(), 1) << "the edit does report";
+    EXPECT_EQ(m_window.Text(204), "-7");
+    EXPECT_EQ(m_camera.calls, std::vector<std::string>{});
+    ::SetDlgItemTextA(m_window.Handle(), 204, "5");
+    EXPECT_EQ(m_camera.calls, std::vector<std::string>{"write 16 5"}) << "the user's, again";
+}
+
 /// An edit whose undo brings back the same text, and reports it as a change.
 class CStubbornEdit {
 public:
@@ -319,8 +375,28 @@ DWORD WINAPI CountWait(HANDLE handle, DWORD milliseconds) {
     return ::WaitForSingleObjectEx(handle, milliseconds, FALSE);
 }
 
+int g_mutexes = 0;
+HANDLE WINAPI CountMutex(SECURITY_ATTRIBUTES* security, BOOL owned, const char* name) {
+    ++g_mutexes;
+    return ::CreateMutexExA(security, name, owned ? CREATE_MUTEX_INITIAL_OWNER : 0, MUTEX_ALL_ACCESS);
+}
+
+TEST_F(ColorCorrection, each_group_makes_a_lock_of_its_own) {
+    const CPatchedImport patch(&__imp_CreateMutexA, reinterpret_cast<void*>(&CountMutex));
+    g_mutexes = 0;
+    const CColorCorrectionCtrl first(kIds, m_window.Place());
+    EXPECT_EQ(g_mutexes, 1);
+    const CColorCorrectionCtrl second(kIds, m_window.Place());
+    EXPECT_EQ(g_mutexes, 2);
+}
+
 TEST_F(ColorCorrection, refresh_and_writes_do_not_take_the_lock) {
     const CPatchedImport patch(&__imp_WaitForSingleObject, reinterpret_cast<void*>(&CountWait));
+    CLockable taken;
+    g_waits = 0;
+    ASSERT_TRUE(taken.Lock(0));
+    taken.UnLock();
+    ASSERT_EQ(g_waits, 1) << "a lock that is taken is counted";
     g_waits = 0;
     EXPECT_EQ(m_group.Refresh(&m_camera), S_OK);
     m_group.OnEdited(201, &m_camera);

@@ -13,9 +13,10 @@
 
 #include "base/module_state.h"
 #include "pages/color_page.h"
+#include "pages/color_page_fixture.h"
 #include "pages/exposure_page.h"
-#include "pages/trigger_page.h"
 #include "pages/smart01_page.h"
+#include "pages/trigger_page.h"
 #include "support/own_desktop.h"
 #include "support/page_site.h"
 #include "support/patched_import.h"
@@ -246,6 +247,46 @@ TEST_F(FeaturePage, an_object_without_the_interface_leaves_a_dead_page_that_does
     EXPECT_EQ(face->Deactivate(), S_OK);
     EXPECT_EQ(face->SetObjects(0, nullptr), S_OK);
     EXPECT_EQ(face->Release(), 0u);
+}
+
+TEST_F(FeaturePage, a_color_page_without_a_camera_is_disabled_and_does_no_harm) {
+    HRESULT hr = E_FAIL;
+    IPropertyPage* page = nullptr;
+    ASSERT_EQ(CKolmFluxorPage_Color::CreateInstance(nullptr, &hr)->Inner()->QueryInterface(IID_PPV_ARGS(&page)), S_OK);
+    ASSERT_EQ(hr, S_OK);
+    CPageSite stranger;
+    IUnknown* object = &stranger;
+    const auto control = [&](int id) { return ::GetDlgItem(Dialog(), id); };
+    const auto notify = [&](int id, UINT code) {
+        ::SendMessageA(Dialog(), WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(control(id)));
+    };
+
+    EXPECT_EQ(page->SetObjects(1, &object), E_NOINTERFACE);
+    EXPECT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+
+    for (const int id : {kMatrixGroup, kMatrixMode, 1094, 1096, 1099, 1079, 1083, 1085, 1089, 1091, 1106})
+        EXPECT_FALSE(::IsWindowEnabled(control(id))) << id;
+    EXPECT_EQ(::SendMessageA(control(kMatrixMode), CB_GETCOUNT, 0, 0), 3);
+    for (LRESULT entry = 0; entry < 3; ++entry) {
+        ::SendMessageA(control(kMatrixMode), CB_SETCURSEL, static_cast<WPARAM>(entry), 0);
+        notify(kMatrixMode, CBN_SELCHANGE);
+        EXPECT_EQ(::SendMessageA(control(kMatrixMode), CB_GETCURSEL, 0, 0), entry);
+    }
+    for (const CoefficientRow& row : kCoefficients) {
+        EXPECT_FALSE(::IsWindowEnabled(control(row.edit))) << row.edit;
+        EXPECT_FALSE(::IsWindowEnabled(control(row.upDown))) << row.upDown;
+        ::SetWindowTextA(control(row.edit), "7000");
+        notify(row.edit, EN_KILLFOCUS);
+        EXPECT_EQ(::GetDlgItemInt(Dialog(), row.edit, nullptr, TRUE), 7000u) << "nobody looks at it";
+    }
+    notify(1099, CBN_SELCHANGE);
+    ::SendMessageA(Dialog(), WM_HSCROLL, 0, reinterpret_cast<LPARAM>(control(1096)));
+    ::SendMessageA(Dialog(), WM_TIMER, 1, 0);
+    EXPECT_EQ(g_timerCalls, Calls{});
+    EXPECT_EQ(Object().Sent(), Wire{});
+    EXPECT_EQ(page->Deactivate(), S_OK);
+    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
+    EXPECT_EQ(page->Release(), 0u);
 }
 
 TEST_F(FeaturePage, the_trigger_page_runs_a_timer_whose_ticks_do_nothing) {

@@ -158,7 +158,10 @@ TEST_F(ColorMatrix, a_minus_waits_for_its_number) {
 
 TEST_F(ColorMatrix, an_empty_edit_is_left_alone) {
     const auto page = Open();
-    SetText(*page, kMirrored, "");
+    ASSERT_NE(page->Text(kMirrored), "");
+    Type(*page, kMirrored, "\b");  // an undo would bring the number back
+    EXPECT_EQ(page->Text(kMirrored), "");
+    EXPECT_EQ(Object().Sent(), Wire{});
     page->Notify(kMirrored, EN_KILLFOCUS);
     EXPECT_EQ(page->Text(kMirrored), "");
     EXPECT_EQ(Object().Sent(), Wire{});
@@ -345,6 +348,23 @@ TEST_F(ColorMatrix, a_refused_switch_shows_what_the_camera_has) {
         EXPECT_EQ(Wire(sent.begin() + 2, sent.end()), RefreshOfMatrix());
         EXPECT_EQ(page->Selected(kMatrixMode), "Off");
     }
+}
+
+TEST_F(ColorMatrix, a_switch_answered_by_a_success_code_other_than_s_ok_counts_as_refused) {
+    const auto page = Open();
+    Camera().AddFault({.id = 11,
+                       .flags = 2,
+                       .action = kolmsim::SimFaultAction::patchAnswer,
+                       .code = S_FALSE,
+                       .offset = 28,
+                       .word = 0});
+
+    page->Pick(kMatrixMode, "Manual");
+
+    const Wire sent = Object().Sent();
+    ASSERT_GT(sent.size(), 2u);
+    EXPECT_EQ(sent[1], WriteOf(kMatrixControl, static_cast<int>(0x80000000)));
+    EXPECT_EQ(Wire(sent.begin() + 2, sent.end()), RefreshOfMatrix());
 }
 
 TEST_F(ColorMatrix, a_success_code_other_than_s_ok_counts_as_failure) {

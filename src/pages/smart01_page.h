@@ -8,7 +8,7 @@
 namespace kolmfluxor {
 
 /// The test images and two feature groups. It has no timer: it shows the camera as it was found, and what each change
-/// made of it. The only page that shows the user what went wrong.
+/// made of it. The only page that shows what the camera's interface threw, in a message box.
 class CKolmFluxorPage_Smart01 final : public CFeaturePage {
 public:
     /// Creation function of the class table.

@@ -4,9 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <commctrl.h>
 
 #include "base/module_state.h"
 #include "support/own_desktop.h"
@@ -14,11 +17,13 @@
 #include "support/property_set_stub.h"
 
 extern "C" void* __imp_MessageBoxA;
+extern "C" void* __imp_InitCommonControlsEx;
 
 namespace kolmfluxor::test {
 namespace {
 
 constexpr RECT kPlace = {0, 0, 400, 400};
+constexpr int kTestImageLabel = 1135;
 constexpr int kTestImages = 1136;
 
 struct Message {
@@ -31,6 +36,13 @@ std::vector<Message> g_messages;
 int WINAPI RecordMessage(HWND owner, const char* text, const char* caption, UINT type) {
     g_messages.push_back({owner, text, caption, type});
     return IDOK;
+}
+
+HWND g_frame = nullptr;
+/// Stands in for the call that a page makes when its dialog is there and nothing is filled: empties the label.
+BOOL WINAPI BlankLabel(const INITCOMMONCONTROLSEX*) {
+    EXPECT_TRUE(::SetDlgItemTextA(::GetWindow(g_frame, GW_CHILD), kTestImageLabel, ""));
+    return TRUE;
 }
 
 /// A camera with seven test images and nothing else, which is its own filter.
@@ -175,7 +187,13 @@ TEST_F(Smart01, only_s_ok_counts_as_success_while_filling) {
 
 TEST_F(Smart01, without_a_camera_the_test_images_are_disabled_under_their_label) {
     m_camera.isCamera = false;
+    g_frame = m_frame;
+    const CPatchedImport patch(&__imp_InitCommonControlsEx, reinterpret_cast<void*>(&BlankLabel));
     Open();
+    std::array<char, 64> label{};
+    ::GetDlgItemTextA(Dialog(), kTestImageLabel, label.data(), static_cast<int>(label.size()));
+    EXPECT_STREQ(label.data(), "Image Nr.");
+    EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(Dialog(), kTestImageLabel)));
     EXPECT_FALSE(::IsWindowEnabled(List()));
     EXPECT_EQ(::SendMessageA(List(), CB_GETCOUNT, 0, 0), 0);
     EXPECT_EQ(Choose(0), 0) << "nobody to tell";

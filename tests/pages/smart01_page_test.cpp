@@ -117,6 +117,8 @@ TEST_F(Smart01Page, is_never_polled) {
         SetWord(row.driverId, 28, 0x8);
     }
     const auto page = Open();
+    for (const GroupRow& row : kGroups)
+        ASSERT_EQ(page->Selected(row.mode), "Auto") << "moves by itself";
     page->Tick();
     EXPECT_EQ(Object().Sent(), Wire{});
 }
@@ -263,6 +265,35 @@ TEST_F(Smart01Page, the_end_of_a_drag_without_a_position_writes) {
     Scroll(*page, 1151, TB_LINEUP, 19);
     Scroll(*page, 1151, TB_ENDTRACK, 19);
     EXPECT_EQ(Object().Sent().size(), 6u) << "a key is no drag";
+}
+
+TEST_F(Smart01Page, a_position_and_an_end_without_a_drag_write_each) {
+    const auto page = Open();
+    Scroll(*page, 1151, TB_THUMBPOSITION, 20);
+    EXPECT_EQ(Object().Sent(), Written(41, 20));
+    Scroll(*page, 1151, TB_ENDTRACK, 20);
+    EXPECT_EQ(Object().Sent(), Written(41, 20));
+}
+
+TEST_F(Smart01Page, a_key_pressed_during_a_drag_ends_it) {
+    const auto page = Open();
+    Scroll(*page, 1151, TB_THUMBTRACK, 20);
+    EXPECT_EQ(Object().Sent(), Wire{});
+    Scroll(*page, 1151, TB_LINEDOWN, 21);
+    EXPECT_EQ(Object().Sent(), Written(41, 21));
+    Scroll(*page, 1151, TB_ENDTRACK, 21);
+    EXPECT_EQ(Object().Sent(), Written(41, 21)) << "the key's own end";
+}
+
+TEST_F(Smart01Page, each_drag_on_a_page_writes_once) {
+    const auto page = Open();
+    for (const LONG position : {20, 40, 60}) {
+        Scroll(*page, 1151, TB_THUMBTRACK, position);
+        Scroll(*page, 1151, TB_THUMBPOSITION, position + 1);
+        Scroll(*page, 1151, TB_ENDTRACK, position + 1);
+        Scroll(*page, 1151, TB_ENDTRACK, position + 1);
+        EXPECT_EQ(Object().Sent(), Written(41, position + 1));
+    }
 }
 
 TEST_F(Smart01Page, the_poll_after_a_write_shows_what_the_camera_made_of_it) {

@@ -102,6 +102,8 @@ void CIIDCTriggerCtrl::Write(IKolmFluxorPropertySet* camera) const {
     const ULONG mode = SelectedMode();
     const ULONG on = IsOn() ? 1 : 0;
     const ULONG polarity = IsInverted() ? 1 : 0;
+    // Compatibility: without a selected mode 0xFFFFFFFF is sent, the list's own answer. It also holds the bits on and
+    // inverted, whatever the boxes say; drivers reckon with this word.
     std::ignore = camera->SetTrigger(mode, on, polarity, Parameter());  // what the user chose stays on show
     ShowModeBitmap(mode);
 }
@@ -122,20 +124,15 @@ void CIIDCTriggerCtrl::AddSource(const char* text, ULONG mask) const {
 }
 
 void CIIDCTriggerCtrl::SelectMode(ULONG mask) const {
-    const LRESULT index = FindEntry(m_ids.modeCombo, mask);
-    if (index < 0) return;
-    Send(m_ids.modeCombo, CB_SETCURSEL, static_cast<WPARAM>(index));
-    ShowModeBitmap(mask);
+    if (SelectEntry(m_ids.modeCombo, mask)) ShowModeBitmap(mask);
 }
 
 void CIIDCTriggerCtrl::SelectSource(ULONG mask) const {
-    const LRESULT index = FindEntry(m_ids.sourceCombo, mask);
-    if (index >= 0) Send(m_ids.sourceCombo, CB_SETCURSEL, static_cast<WPARAM>(index));
+    SelectEntry(m_ids.sourceCombo, mask);
 }
 
 ULONG CIIDCTriggerCtrl::SelectedMode() const {
-    const LRESULT index = Send(m_ids.modeCombo, CB_GETCURSEL);
-    return static_cast<ULONG>(Send(m_ids.modeCombo, CB_GETITEMDATA, static_cast<WPARAM>(index)));
+    return SelectedEntry(m_ids.modeCombo);
 }
 
 void CIIDCTriggerCtrl::SetOn(bool on) const {
@@ -199,19 +196,6 @@ void CIIDCTriggerCtrl::ShowModeBitmap(ULONG mask) const {
     const int id = IsInverted() ? m_ids.invertedPictures.at(place) : m_ids.normalPictures.at(place);
     EnableItem(id, true);
     ::ShowWindow(Item(id), SW_SHOW);
-}
-
-void CIIDCTriggerCtrl::AddEntry(int combo, const char* text, ULONG data) const {
-    const LRESULT index = Send(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
-    Send(combo, CB_SETITEMDATA, static_cast<WPARAM>(index), static_cast<LPARAM>(data));
-}
-
-LRESULT CIIDCTriggerCtrl::FindEntry(int combo, ULONG data) const {
-    const LRESULT count = Send(combo, CB_GETCOUNT);
-    for (LRESULT i = 0; i < count; ++i) {  // a failed count is negative
-        if (static_cast<ULONG>(Send(combo, CB_GETITEMDATA, static_cast<WPARAM>(i))) == data) return i;
-    }
-    return -1;
 }
 
 }  // namespace kolmfluxor

@@ -76,11 +76,6 @@ public:
     void ShowModeBitmap(ULONG mask) const;
 
 private:
-    /// Adds an entry with a number.
-    void AddEntry(int combo, const char* text, ULONG data) const;
-    /// Index of the first entry with this number; -1 when there is none.
-    [[nodiscard]] LRESULT FindEntry(int combo, ULONG data) const;
-
     TriggerIds m_ids;
 };
 

@@ -123,6 +123,20 @@ TEST_F(TriggerCtrl, Init_returns_a_failed_inquiry_and_disables_the_group) {
     }
 }
 
+TEST_F(TriggerCtrl, Enable_leaves_the_up_down_and_the_lists_alone) {
+    for (const bool before : {false, true}) {
+        for (const int id : {kIds.modeCombo, kIds.sourceCombo, kIds.parameterUpDown})
+            ::EnableWindow(Control(id), before ? TRUE : FALSE);
+        for (const bool enable : {false, true}) {
+            m_trigger.Enable(enable);
+            for (const int id : {kIds.groupBox, kIds.parameterLabel, kIds.parameterEdit, kIds.onBox, kIds.invertedBox})
+                EXPECT_EQ(m_window.IsEnabled(id), enable) << id;
+            for (const int id : {kIds.modeCombo, kIds.sourceCombo, kIds.parameterUpDown})
+                EXPECT_EQ(m_window.IsEnabled(id), before) << id;
+        }
+    }
+}
+
 // ---- Showing a mode -----------------------------------------------------------------------------------------------
 
 TEST_F(TriggerCtrl, each_mode_shows_its_caption_parameter_and_picture_in_both_polarities) {
@@ -330,7 +344,9 @@ TEST_F(TriggerCtrl, Write_sends_what_the_controls_say_and_shows_the_mode_afresh)
 TEST_F(TriggerCtrl, Write_without_a_selected_mode_sends_all_ones) {
     m_trigger.SetOn(true);
     m_trigger.Write(&m_camera);
-    const std::vector<std::array<ULONG, 4>> expected = {{kNothingSelected, 1, 0, 0}};
+    m_trigger.SetOn(false);
+    m_trigger.Write(&m_camera);
+    const std::vector<std::array<ULONG, 4>> expected = {{kNothingSelected, 1, 0, 0}, {kNothingSelected, 0, 0, 0}};
     EXPECT_EQ(m_camera.written, expected);
     EXPECT_EQ(Pictures(), std::vector<int>{});
 }

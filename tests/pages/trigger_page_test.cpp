@@ -132,7 +132,7 @@ TEST_F(TriggerPage, hostile_answers_show_nothing_wrong) {
     }
 }
 
-TEST_F(TriggerPage, a_state_without_an_offered_mode_selects_nothing_and_a_click_then_sends_all_ones) {
+TEST_F(TriggerPage, a_state_without_an_offered_mode_selects_nothing_and_each_click_then_sends_all_ones) {
     SetWord(kTriggerId, kInquiryWord, 0x30 | 0x100 | 0x10000);
     Object().Patch(kTriggerId, kStateWord, 0x20000);
     const auto page = Open();
@@ -142,6 +142,10 @@ TEST_F(TriggerPage, a_state_without_an_offered_mode_selects_nothing_and_a_click_
     page->Click(kTriggerOn);
 
     EXPECT_EQ(Object().Sent(), Wire{Write(0xFFFFFFFF, 0)});
+    page->Click(kTriggerOn);
+    EXPECT_FALSE(page->IsChecked(kTriggerOn));
+    EXPECT_FALSE(page->IsChecked(kTriggerInverted));
+    EXPECT_EQ(Object().Sent(), Wire{Write(0xFFFFFFFF, 0)}) << "on and inverted, whatever the boxes say";
 }
 
 // ---- The user's changes -------------------------------------------------------------------------------------------

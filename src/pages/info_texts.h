@@ -7,6 +7,7 @@
 namespace kolmfluxor {
 
 /// Writes a figure as text into a buffer; cut to what fits, always with a NUL. An empty buffer stays as it is.
+/// `FormatBits` is the exception: it leaves a buffer of less than 33 characters alone.
 using FigureFormatter = void (*)(std::span<char> buffer, std::uint32_t figure);
 
 /// "%d": signed.

@@ -6,8 +6,9 @@
 
 namespace kolmfluxor {
 
-/// The trigger group and two feature groups. Nothing is polled: what changes elsewhere shows after `Apply`, which reads
-/// the trigger again, or a new activation.
+/// The trigger group and two feature groups.
+///
+/// Nothing is polled. A trigger changed elsewhere shows after `Apply`; the groups only after a new activation.
 class CKolmFluxorPage_Trigger final : public CFeaturePage {
 public:
     /// Creation function of the class table.

@@ -3,6 +3,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <windows.h>
@@ -18,7 +19,30 @@ constexpr ULONG kRegisterId = 11;
 constexpr ULONG kFigureId = 56;
 constexpr ULONG kFigureWord = 28;
 
+/// The labels of the template in its order, and the value that each stands beside; 1042 has none of its own.
+struct LabelRow {
+    const char* text;
+    int value;
+};
+constexpr LabelRow kLabels[] = {
+    {"Camera:", 1044},
+    {"Serial number:", 1052},
+    {"Driver:", 1043},
+    {"MC version", 1045},
+    {"FPGA version", 1046},
+    {"Bytes per packet used", 1157},
+    {"Bytes per packet free", 1158},
+    {"Channels used hi", 1159},
+    {"Channels used lo", 1160},
+};
+
 const int kValues[] = {1044, 1042, 1052, 1043, 1045, 1046, 1157, 1158, 1159, 1160};
+
+RECT PlaceOf(HWND control) {
+    RECT place{};
+    EXPECT_TRUE(::GetWindowRect(control, &place));
+    return place;
+}
 
 class InfoPageOnCamera : public PageTest {
 protected:
@@ -136,7 +160,7 @@ TEST_F(InfoPageOnCamera, texts_of_full_fields_are_cut_to_63_characters) {
 TEST_F(InfoPageOnCamera, template_has_icon_boxes_and_a_label_beside_each_value) {
     const auto page = Open();
     std::vector<std::string> boxes;
-    std::vector<std::string> labels;
+    std::vector<std::pair<std::string, RECT>> labels;
     bool icon = false;
     for (HWND each = ::GetWindow(page->Dialog(), GW_CHILD); each != nullptr; each = ::GetWindow(each, GW_HWNDNEXT)) {
         std::array<char, 64> text{};
@@ -148,14 +172,25 @@ TEST_F(InfoPageOnCamera, template_has_icon_boxes_and_a_label_beside_each_value) 
         } else if ((::GetWindowLongA(each, GWL_STYLE) & SS_TYPEMASK) == SS_ICON) {
             icon = ::SendMessageA(each, STM_GETICON, 0, 0) != 0;
         } else if (::GetDlgCtrlID(each) < 1000) {
-            labels.emplace_back(text.data());
+            labels.emplace_back(text.data(), PlaceOf(each));
         }
     }
     EXPECT_TRUE(icon);
     EXPECT_EQ(boxes, (std::vector<std::string>{"Camera info", "Bus info"}));
-    EXPECT_EQ(labels, (std::vector<std::string>{"Camera:", "Serial number:", "Driver:", "MC version", "FPGA version",
-                                                "Bytes per packet used", "Bytes per packet free", "Channels used hi",
-                                                "Channels used lo"}));
+    ASSERT_EQ(labels.size(), std::size(kLabels));
+    for (std::size_t i = 0; i < labels.size(); ++i) {
+        const auto& [text, label] = labels[i];
+        SCOPED_TRACE(text);
+        EXPECT_EQ(text, kLabels[i].text);
+        const RECT value = PlaceOf(page->Control(kLabels[i].value));
+        EXPECT_EQ(label.top, value.top);
+        EXPECT_LE(label.right, value.left);
+    }
+    const RECT vendor = PlaceOf(page->Control(1044));
+    const RECT camera = PlaceOf(page->Control(1042));
+    EXPECT_EQ(vendor.top, camera.top);
+    EXPECT_LE(vendor.right, camera.left);
+    EXPECT_LT(vendor.right - vendor.left, camera.right - camera.left);
 }
 
 TEST_F(InfoPageOnCamera, the_module_has_its_icon_in_three_sizes) {

@@ -125,6 +125,31 @@ TEST_F(TriggerPage, tab_order_runs_down_the_page) {
     }
 }
 
+TEST_F(TriggerPage, its_boxes_are_named) {
+    const auto page = Open();
+    EXPECT_EQ(page->Text(kTriggerOn), "Enable");
+    EXPECT_EQ(page->Text(kTriggerInverted), "Invert polarity");
+}
+
+TEST_F(TriggerPage, arrow_keys_step_the_parameter_from_1_down_to_minus_1_and_send_nothing) {
+    const auto page = Open();
+    page->Pick(kTriggerMode, "Mode3");
+    Object().Forget();
+    const auto press = [&](WPARAM key) {
+        ::SendMessageA(page->Control(kParameterEdit), WM_KEYDOWN, key, 0);
+        ::SendMessageA(page->Control(kParameterEdit), WM_KEYUP, key, 0);
+        return page->Text(kParameterEdit);
+    };
+    EXPECT_EQ(page->Text(kParameterEdit), "1");
+    EXPECT_EQ(press(VK_UP), "0");
+    EXPECT_EQ(press(VK_UP), "-1");
+    EXPECT_EQ(press(VK_UP), "-1") << "the end of the range";
+    EXPECT_EQ(press(VK_DOWN), "0");
+    EXPECT_EQ(press(VK_DOWN), "1");
+    EXPECT_EQ(press(VK_DOWN), "1") << "its other end";
+    EXPECT_EQ(Object().Sent(), Wire{});
+}
+
 TEST_F(TriggerPage, arrows_change_the_parameter_of_the_edit_beside_them) {
     const auto page = Open();
     page->Pick(kTriggerMode, "Mode3");

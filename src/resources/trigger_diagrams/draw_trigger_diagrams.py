@@ -3,7 +3,8 @@
 
 Fourteen bitmaps of 48 x 48 pixels with 16 colors, beside this script: seven trigger modes, each for a low-active signal
 (the camera's own polarity) and for an inverted, high-active one. In each picture time runs to the right; above runs
-the signal at the trigger input, what the camera reacts to drawn in red; below stand the exposures that it causes.
+the signal at the trigger input, what the camera reacts to drawn in red; below stand the exposures that it causes, in
+a common outline where several make one picture.
 With --check nothing is written: the files must hold what the script draws.
 """
 
@@ -39,6 +40,7 @@ LETTERS = {
 
 TOP, BOTTOM = 11, 20  # the two levels of the signal
 BAR_TOP, BAR_BOTTOM = 27, 34
+OUTLINE_TOP, OUTLINE_BOTTOM = BAR_TOP - 2, BAR_BOTTOM + 2
 LEFT, RIGHT = 3, 44
 NOTE = 38  # the line below the exposures, 7 pixels high
 
@@ -118,16 +120,25 @@ class Picture:
     def exposure(self, start, end):
         self.box(start, BAR_TOP, end, BAR_BOTTOM, LIGHT_EDGE, LIGHT)
 
-    def span(self, start, end, note):
+    def unended_exposure(self, start, end):
+        """An exposure that goes on beyond the picture."""
+        self.exposure(start, end)
+        self.line(end, BAR_TOP + 1, end, BAR_BOTTOM - 1, LIGHT)
+
+    def outline(self, start, end):
+        """Holds exposures together that make one picture."""
+        self.box(start, OUTLINE_TOP, end, OUTLINE_BOTTOM, TEXT)
+
+    def span(self, start, end, note, top=NOTE):
         """A dimension line below the exposures, with a note in its middle."""
         width = sum(len(LETTERS[letter][0]) + 1 for letter in note) - 1
-        middle = NOTE + 2
+        middle = top + 2
         x = (start + end - width) // 2 + 1
-        self.line(start, NOTE - 1, start, NOTE + 5, TEXT)
-        self.line(end, NOTE - 1, end, NOTE + 5, TEXT)
+        self.line(start, top - 1, start, top + 5, TEXT)
+        self.line(end, top - 1, end, top + 5, TEXT)
         self.line(start, middle, x - 2, middle, TEXT)
         self.line(x + width + 1, middle, end, middle, TEXT)
-        self.text(x, NOTE, note)
+        self.text(x, top, note)
 
     def bytes(self):
         """The file: header, palette, rows from the bottom up, two pixels a byte."""
@@ -172,13 +183,14 @@ def mode2(picture):
 
 def mode3(picture):
     """The camera triggers itself every N cycles (ticks); the input, dashed, does not matter."""
-    picture.line(LEFT, picture.idle, RIGHT, picture.idle, IDLE, 2)
+    input_level = picture.idle - 5  # well above the ticks in either polarity
+    picture.line(LEFT, input_level, RIGHT, input_level, IDLE, 2)
     for x in range(5, 45, 6):
         counts = x in (5, 35)
         picture.line(x, 22 if counts else 24, x, 26, ACTIVE if counts else SIGNAL)
     picture.line(LEFT, 26, RIGHT, 26, SIGNAL)
     picture.exposure(5, 16)
-    picture.exposure(35, 44)
+    picture.unended_exposure(35, RIGHT)
     picture.span(5, 35, "N")
 
 
@@ -186,11 +198,12 @@ def mode4(picture):
     """Each of N edges adds an exposure of the shutter's length to one picture."""
     for start in (6, 20, 34):
         picture.exposure(start, start + 9)
-        picture.guide(start)
+        picture.guide(start, OUTLINE_TOP - 1)
+    picture.outline(4, 45)
     picture.signal([(6, 12), (20, 26), (34, 40)])
     for start in (6, 20, 34):
         picture.edge(start)
-    picture.span(6, 43, "Nx")
+    picture.span(4, 45, "Nx", NOTE + 1)
 
 
 def mode5(picture):
@@ -199,10 +212,11 @@ def mode5(picture):
     picture.signal(pulses)
     for start, end in pulses:
         picture.level(start, end)
-        picture.guide(start)
-        picture.guide(end)
+        picture.guide(start, OUTLINE_TOP - 1)
+        picture.guide(end, OUTLINE_TOP - 1)
         picture.exposure(start, end)
-    picture.span(5, 42, "Nx")
+    picture.outline(3, 44)
+    picture.span(3, 44, "Nx", NOTE + 1)
 
 
 def mode15(picture):

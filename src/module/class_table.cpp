@@ -10,6 +10,7 @@
 #include "pages/exposure_page.h"
 #include "pages/format_page.h"
 #include "pages/info_page.h"
+#include "pages/lut_page.h"
 #include "pages/smart01_page.h"
 #include "pages/trigger_page.h"
 
@@ -48,7 +49,9 @@ constexpr CFactoryTemplate kClasses[] = {
     {.name = L"KolmFluxorPropertyPageSmart01",
      .classId = &CLSID_KolmFluxorPage_Smart01,
      .create = CKolmFluxorPage_Smart01::CreateInstance},
-    {.name = L"KolmFluxorPropertyPageLUT", .classId = &CLSID_KolmFluxorPage_Lut, .create = CreateNothing},
+    {.name = L"KolmFluxorPropertyPageLUT",
+     .classId = &CLSID_KolmFluxorPage_Lut,
+     .create = CKolmFluxorPage_Lut::CreateInstance},
 };
 
 }  // namespace

@@ -13,6 +13,7 @@
 #define IDD_FORMAT 206
 #define IDD_DIRECT_ACCESS 207
 #define IDD_SMART01 208
+#define IDD_LUT 209
 
 // Title strings
 #define IDS_COLOR 204
@@ -41,6 +42,7 @@
 #define IDB_TRIGGER_MODE4_INVERTED 221
 #define IDB_TRIGGER_MODE5_INVERTED 222
 #define IDB_TRIGGER_MODE15_INVERTED 216
+#define IDS_LUT 211
 
 // Page "Exposure"
 #define IDC_MARK_DIRTY 1055  // no control of this template; its click marks the page dirty all the same
@@ -223,3 +225,13 @@
 #define IDC_DSNU_MAX 1155
 #define IDC_DSNU_MODE 1156
 #define IDC_DSNU 1157
+// Page "LUT"
+#define IDC_LUT_ENABLE 1055
+#define IDC_LUT_FUNCTION 1057
+#define IDC_LUT_LOAD 1063
+#define IDC_LUT_TO_CAMERA 1064
+#define IDC_LUT_NUMBER 1152
+#define IDC_LUT_EDITOR 1158
+#define IDC_LUT_LOADED 1159
+#define IDC_LUT_PICTURE 1160
+#define IDC_LUT_CONTROL 1161

@@ -30,7 +30,7 @@ const ClassRow kClasses[] = {
     {"CKolmFluxorPage_Exposure", CLSID_KolmFluxorPage_Exposure, true},
     {"CKolmFluxorPage_DirectAccess", CLSID_KolmFluxorPage_DirectAccess, true},
     {"CKolmFluxorPage_Smart01", CLSID_KolmFluxorPage_Smart01, true},
-    {"CKolmFluxorPage_Lut", CLSID_KolmFluxorPage_Lut, false},
+    {"CKolmFluxorPage_Lut", CLSID_KolmFluxorPage_Lut, true},
 };
 
 class EntryPoints : public ::testing::Test {

@@ -25,6 +25,10 @@ public:
     void SelectValue(ULONG data) const;
     /// The data of the selected entry.
     [[nodiscard]] ULONG SelectedValue() const;
+    /// The number of entries.
+    [[nodiscard]] ULONG Count() const { return static_cast<ULONG>(Send(m_id, CB_GETCOUNT)); }
+    void Clear() const { Send(m_id, CB_RESETCONTENT); }
+    void Enable(bool enable) const { EnableItem(m_id, enable); }
 
 protected:
     CComboBoxBase(int id, const HWND* dialog, const ComboBoxTexts& texts) noexcept

@@ -1,0 +1,274 @@
+/// @file  Page "LUT" from inside: what it asks of the system, and who gets which message.
+
+#include "pages/lut_page.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <commdlg.h>
+
+#include "base/module_state.h"
+#include "support/lut_text_file.h"
+#include "support/own_desktop.h"
+#include "support/patched_import.h"
+#include "support/property_set_test.h"
+
+extern "C" void* __imp_GetOpenFileNameA;
+extern "C" void* __imp_MessageBoxA;
+extern "C" void* __imp_Polygon;
+extern "C" void* __imp_MoveToEx;
+extern "C" void* __imp_TextOutA;
+
+namespace kolmfluxor::test {
+namespace {
+
+constexpr RECT kPlace = {0, 0, 600, 600};
+constexpr int kEnable = 1055;
+constexpr int kFunction = 1057;
+constexpr int kLoad = 1063;
+constexpr int kToCamera = 1064;
+constexpr int kNumber = 1152;
+constexpr int kLoaded = 1159;
+constexpr int kPicture = 1160;
+
+IPropertyPage* g_deactivateMe = nullptr;  ///< closed while the user looks at the file dialog
+std::string g_answer;                     ///< path that the dialog gives; empty for Cancel
+std::vector<OPENFILENAMEA> g_questions;
+std::string g_filter;
+
+BOOL WINAPI AnswerOpenFile(OPENFILENAMEA* question) {
+    g_questions.push_back(*question);
+    const char* end = question->lpstrFilter;
+    while (end[0] != '\0' || end[1] != '\0')
+        ++end;
+    g_filter.assign(question->lpstrFilter, end);
+    EXPECT_STREQ(question->lpstrFile, "") << "no file is suggested";
+    if (g_deactivateMe != nullptr) {
+        EXPECT_EQ(g_deactivateMe->Deactivate(), S_OK);
+        EXPECT_EQ(g_deactivateMe->SetObjects(0, nullptr), S_OK);
+        EXPECT_EQ(g_deactivateMe->Release(), 1u) << "the page holds itself";
+        g_deactivateMe = nullptr;
+    }
+    if (g_answer.empty()) return FALSE;
+    g_answer.copy(question->lpstrFile, question->nMaxFile - 1);
+    return TRUE;
+}
+
+struct Box {
+    HWND owner;
+    std::string text, caption;
+    UINT type;
+};
+std::vector<Box> g_boxes;
+
+int WINAPI AnswerMessageBox(HWND owner, const char* text, const char* caption, UINT type) {
+    g_boxes.push_back({owner, text, caption, type});
+    return IDOK;
+}
+
+std::vector<std::string> g_drawn;
+HDC g_context = nullptr;
+std::vector<POINT> g_corners;
+
+BOOL WINAPI RecordMoveTo(HDC context, int x, int y, POINT* before) {
+    EXPECT_EQ(before, nullptr);
+    g_context = context;
+    g_drawn.push_back("move to " + std::to_string(x) + "," + std::to_string(y));
+    return TRUE;
+}
+
+BOOL WINAPI RecordPolygon(HDC context, const POINT* points, int count) {
+    EXPECT_EQ(context, g_context);
+    g_corners.assign(points, points + count);
+    g_drawn.emplace_back("polygon");
+    return TRUE;
+}
+
+BOOL WINAPI RecordTextOut(HDC context, int x, int y, const char* text, int length) {
+    EXPECT_EQ(context, g_context);
+    g_drawn.push_back("text at " + std::to_string(x) + "," + std::to_string(y) + ": " +
+                      std::string(text, static_cast<std::size_t>(length)));
+    return TRUE;
+}
+
+class LutPageInside : public PropertySetTest {
+protected:
+    LutPageInside()
+        : m_openFile(&__imp_GetOpenFileNameA, reinterpret_cast<void*>(&AnswerOpenFile)),
+          m_messageBox(&__imp_MessageBoxA, reinterpret_cast<void*>(&AnswerMessageBox)),
+          m_moveTo(&__imp_MoveToEx, reinterpret_cast<void*>(&RecordMoveTo)),
+          m_polygon(&__imp_Polygon, reinterpret_cast<void*>(&RecordPolygon)),
+          m_textOut(&__imp_TextOutA, reinterpret_cast<void*>(&RecordTextOut)) {
+        COwnDesktop::Enter();
+        RecordModule(::GetModuleHandleA(nullptr));
+        g_answer.clear();
+        g_questions.clear();
+        g_boxes.clear();
+        g_drawn.clear();
+        g_corners.clear();
+        m_frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 700, 700, nullptr, nullptr,
+                                    nullptr, nullptr);
+        Object().Patch(31, 36, 4);
+        Object().Patch(63, 24, 8);
+    }
+    ~LutPageInside() override {
+        if (m_face != nullptr) {
+            EXPECT_EQ(m_face->Deactivate(), S_OK);
+            EXPECT_EQ(m_face->SetObjects(0, nullptr), S_OK);
+            EXPECT_EQ(m_face->Release(), 0u);
+        }
+        ::DestroyWindow(m_frame);
+        EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
+    }
+
+    CKolmFluxorPage_Lut& Open() {
+        HRESULT hr = E_FAIL;
+        auto* const page = static_cast<CKolmFluxorPage_Lut*>(CKolmFluxorPage_Lut::CreateInstance(nullptr, &hr));
+        EXPECT_EQ(hr, S_OK);
+        EXPECT_EQ(page->Inner()->QueryInterface(IID_PPV_ARGS(&m_face)), S_OK);
+        IUnknown* filter = Object().Filter().Unknown();
+        EXPECT_EQ(m_face->SetObjects(1, &filter), S_OK);
+        EXPECT_EQ(m_face->Activate(m_frame, &kPlace, FALSE), S_OK);
+        Object().Forget();
+        return *page;
+    }
+    [[nodiscard]] HWND Dialog() const { return ::GetWindow(m_frame, GW_CHILD); }
+    INT_PTR Command(CKolmFluxorPage_Lut& page, int id, UINT code) const {
+        return page.OnReceiveMessage(Dialog(), WM_COMMAND, MAKEWPARAM(id, code), 0);
+    }
+    void Load(CKolmFluxorPage_Lut& page, const std::string& content) const {
+        const CLutTextFile file(content);
+        g_answer = file.Path();
+        EXPECT_EQ(Command(page, kLoad, BN_CLICKED), 1);
+    }
+
+    IPropertyPage* m_face = nullptr;
+    HWND m_frame = nullptr;
+
+private:
+    CPatchedImport m_openFile;
+    CPatchedImport m_messageBox;
+    CPatchedImport m_moveTo;
+    CPatchedImport m_polygon;
+    CPatchedImport m_textOut;
+};
+
+constexpr const char* kTwoLuts = "In,Z,A\n0,0,255\n1,85,255\n2,170,255\n3,255,255\n";
+
+TEST_F(LutPageInside, asks_for_a_file_as_agreed) {
+    CKolmFluxorPage_Lut& page = Open();
+
+    EXPECT_EQ(Command(page, kLoad, BN_CLICKED), 1);
+
+    ASSERT_EQ(g_questions.size(), 1u);
+    const OPENFILENAMEA& question = g_questions.front();
+    EXPECT_EQ(question.lStructSize, sizeof question);
+    EXPECT_EQ(question.hwndOwner, Dialog());
+    EXPECT_EQ(question.nMaxFile, 260u);
+    EXPECT_EQ(question.nFilterIndex, 1u) << "the first filter is preselected";
+    EXPECT_EQ(question.Flags, DWORD{OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST});
+    EXPECT_EQ(g_filter, std::string("All\0*.*\0CSV\0*.csv", 17));
+}
+
+TEST_F(LutPageInside, shows_failures_with_the_exclamation_icon) {
+    CKolmFluxorPage_Lut& page = Open();
+    EXPECT_EQ(Command(page, kLoad, BN_CLICKED), 1);
+    Load(page, "");
+    Load(page, "In,A\n0,1\n");
+
+    const char* const texts[] = {"error opening file", "reading data failed",
+                                 "LUT elements count and found elements are not equal"};
+    ASSERT_EQ(g_boxes.size(), std::size(texts));
+    for (std::size_t i = 0; i < std::size(texts); ++i) {
+        EXPECT_EQ(g_boxes[i].text, texts[i]);
+        EXPECT_EQ(g_boxes[i].caption, "LoadFromFile Error");
+        EXPECT_EQ(g_boxes[i].type, UINT{MB_ICONEXCLAMATION});
+        EXPECT_EQ(g_boxes[i].owner, Dialog());
+    }
+}
+
+TEST_F(LutPageInside, a_file_that_is_gone_cannot_be_read) {
+    CKolmFluxorPage_Lut& page = Open();
+    g_answer = "C:\\no such folder\\no such file.csv";
+    EXPECT_EQ(Command(page, kLoad, BN_CLICKED), 1);
+    ASSERT_EQ(g_boxes.size(), 1u);
+    EXPECT_EQ(g_boxes.front().text, "reading data failed");
+}
+
+TEST_F(LutPageInside, buttons_end_here_and_all_else_goes_on_to_the_base) {
+    CKolmFluxorPage_Lut& page = Open();
+    Load(page, kTwoLuts);
+    EXPECT_EQ(Command(page, kToCamera, BN_CLICKED), 1);
+
+    for (const auto& [id, code] : std::vector<std::pair<int, UINT>>{{kEnable, BN_CLICKED},
+                                                                    {kNumber, CBN_SELCHANGE},
+                                                                    {kLoaded, CBN_SELCHANGE},
+                                                                    {kFunction, EN_UPDATE},
+                                                                    {kLoad, BN_SETFOCUS}}) {
+        EXPECT_EQ(Command(page, id, code), 0) << id;
+    }
+}
+
+TEST_F(LutPageInside, draws_after_the_base_has_painted) {
+    CKolmFluxorPage_Lut& page = Open();
+    page.OnReceiveMessage(Dialog(), WM_PAINT, 0, 0);
+    EXPECT_TRUE(g_drawn.empty()) << "there is no set yet";
+    Load(page, kTwoLuts);
+    g_drawn.clear();
+    RECT area{};
+    ::GetClientRect(::GetDlgItem(Dialog(), kPicture), &area);
+
+    ::InvalidateRect(Dialog(), nullptr, FALSE);
+    EXPECT_EQ(page.OnReceiveMessage(Dialog(), WM_PAINT, 0, 0), 0) << "the base's result";
+    EXPECT_FALSE(::GetUpdateRect(Dialog(), nullptr, FALSE)) << "the base has painted";
+
+    EXPECT_EQ(g_drawn, (std::vector<std::string>{"move to 0,0", "polygon", "text at 0,0: Z"}));
+    ASSERT_EQ(g_corners.size(), static_cast<std::size_t>(area.right) + 2);
+    const auto corner = [](const POINT& point) { return std::pair(point.x, point.y); };
+    EXPECT_EQ(corner(g_corners.front()), std::pair(LONG{0}, area.bottom));
+    EXPECT_EQ(corner(g_corners[1]), std::pair(LONG{0}, area.bottom)) << "value 0";
+    EXPECT_EQ(corner(g_corners[static_cast<std::size_t>(area.right)]), std::pair(area.right - 1, LONG{0}))
+        << "value 255";
+    EXPECT_EQ(corner(g_corners.back()), std::pair(area.right - 1, area.bottom));
+}
+
+TEST_F(LutPageInside, draws_nothing_without_a_selection_and_for_other_messages) {
+    CKolmFluxorPage_Lut& page = Open();
+    Load(page, kTwoLuts);
+    g_drawn.clear();
+    page.OnReceiveMessage(Dialog(), WM_ERASEBKGND, 0, 0);
+    page.OnReceiveMessage(Dialog(), WM_NULL, 0, 0);
+    ::SendMessageA(::GetDlgItem(Dialog(), kLoaded), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
+    EXPECT_NO_THROW(page.OnReceiveMessage(Dialog(), WM_PAINT, 0, 0));
+    EXPECT_TRUE(g_drawn.empty());
+}
+
+TEST_F(LutPageInside, an_entry_beyond_the_set_is_not_drawn) {
+    CKolmFluxorPage_Lut& page = Open();
+    Load(page, kTwoLuts);
+    HWND const combo = ::GetDlgItem(Dialog(), kLoaded);
+    for (const LPARAM data : {2, 3}) {
+        g_drawn.clear();
+        ::SendMessageA(combo, CB_SETITEMDATA, static_cast<WPARAM>(::SendMessageA(combo, CB_GETCURSEL, 0, 0)), data);
+        EXPECT_NO_THROW(page.OnReceiveMessage(Dialog(), WM_PAINT, 0, 0));
+        EXPECT_TRUE(g_drawn.empty()) << data;
+    }
+}
+
+TEST_F(LutPageInside, a_frame_that_goes_while_the_file_dialog_is_open_does_no_harm) {
+    CKolmFluxorPage_Lut& page = Open();
+    g_deactivateMe = m_face;
+    m_face = nullptr;  // its last reference goes in the dialog
+    HWND const dialog = Dialog();
+
+    EXPECT_THROW(page.OnReceiveMessage(dialog, WM_COMMAND, MAKEWPARAM(kLoad, BN_CLICKED), 0), std::exception);
+
+    EXPECT_EQ(g_deactivateMe, nullptr);
+    EXPECT_EQ(CBaseObject::ObjectsActive(), 0) << "the page has gone afterwards";
+}
+
+}  // namespace
+}  // namespace kolmfluxor::test

@@ -15,16 +15,6 @@ namespace {
 
 constexpr char kBlanks[] = " \t\r";
 
-std::string ReadFile(const std::string& path) {
-    errno = 0;
-    std::ifstream file(std::filesystem::path(ToUtf16(path)), std::ios::binary);
-    std::string content{std::istreambuf_iterator<char>(file), {}};
-    if (!file.is_open() || file.bad()) {
-        throw UsageError("cannot read \"" + path + "\"" + (errno != 0 ? std::string(": ") + std::strerror(errno) : ""));
-    }
-    return content;
-}
-
 std::vector<std::uint32_t> ParseText(const std::string& path, const std::string& content) {
     std::vector<std::uint32_t> values;
     std::istringstream lines(content);
@@ -53,10 +43,20 @@ bool EndsWith(const std::string& path, std::wstring_view ending) {
 
 }  // namespace
 
+std::string ReadFile(const std::string& path) {
+    errno = 0;
+    std::ifstream file(std::filesystem::path(ToUtf16(path)), std::ios::binary);
+    std::string content{std::istreambuf_iterator<char>(file), {}};
+    if (!file.is_open() || file.bad()) {
+        throw UsageError("cannot read \"" + path + "\"" + (errno != 0 ? std::string(": ") + std::strerror(errno) : ""));
+    }
+    return content;
+}
+
 LutFile::LutFile(const std::string& path) : m_binary(EndsWith(path, L".bin")) {
     if (!m_binary && !EndsWith(path, L".txt")) {
         throw UsageError("\"" + path + "\" is neither a .bin nor a .txt file",
-                         ".bin holds little-endian values, .txt one value a line");
+                         ".bin holds little-endian values, .txt one value a line; for .csv there is kolmctl lut load");
     }
     const std::string content = ReadFile(path);
     if (m_binary) {

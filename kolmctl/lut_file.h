@@ -8,6 +8,9 @@
 
 namespace kolmctl {
 
+/// The bytes of a file. @param path  in UTF-8 @throws UsageError when it cannot be read
+[[nodiscard]] std::string ReadFile(const std::string& path);
+
 /// The content of a file. The name's ending tells the form:
 ///
 /// - ".bin": the values one after another, little-endian, each in the bytes that the camera's tables need for a value

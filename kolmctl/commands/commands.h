@@ -19,6 +19,7 @@ namespace kolmctl {
 [[nodiscard]] std::unique_ptr<Command> MakeLut();
 [[nodiscard]] std::unique_ptr<Command> MakeLutDisable();
 [[nodiscard]] std::unique_ptr<Command> MakeLutEnable();
+[[nodiscard]] std::unique_ptr<Command> MakeLutLoad();
 [[nodiscard]] std::unique_ptr<Command> MakeLutUpload();
 [[nodiscard]] std::unique_ptr<Command> MakePages();
 [[nodiscard]] std::unique_ptr<Command> MakeRawGet();

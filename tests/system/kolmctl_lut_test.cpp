@@ -287,6 +287,104 @@ TEST_F(KolmctlLut, upload_refuses_a_number_that_the_camera_lacks) {
     EXPECT_EQ(AllMemory(), before);
 }
 
+// ---- Files of several tables, as the page "LUT" loads them
+
+/// Two tables; the second one is inverted.
+std::string Csv(std::size_t rows, const char* lineEnd = "\n") {
+    std::string text = std::string("In;Linear;In verse") + lineEnd;
+    for (std::size_t i = 0; i < rows; ++i) {
+        text += std::to_string(i) + ";" + std::to_string(i) + ";" + std::to_string(Inverted(i)) + lineEnd;
+    }
+    return text;
+}
+
+TEST_F(KolmctlLut, show_is_what_lut_alone_shows) {
+    EXPECT_THAT(Kolmctl({L"--simulate", L"lut", L"show"}), Prints(kFactory));
+}
+
+TEST_F(KolmctlLut, load_lists_the_tables_of_a_file_and_sends_nothing) {
+    const std::vector<Bytes> before = AllMemory();
+    for (const char* lineEnd : {"\n", "\r\n"}) {
+        const CTemporaryFile file(L".csv", Csv(kValues, lineEnd));
+        EXPECT_THAT(Kolmctl({L"--simulate", L"lut", L"load", file.Path()}),
+                    Prints("TABLE  NAME      VALUES  LOWEST  HIGHEST\n"
+                           "    0  Linear      4096       0     4095\n"
+                           "    1  In verse    4096       0     4095\n"));
+    }
+    EXPECT_EQ(AllMemory(), before);
+}
+
+TEST_F(KolmctlLut, load_uploads_the_first_table_or_the_one_that_is_named) {
+    const CTemporaryFile csv(L".csv", Csv(kValues));
+    const CTemporaryFile text(L".txt", Text(kValues, Inverted));
+    const Bytes linear = Memory(3);
+    EXPECT_EQ(Upload(text, L"0").exitCode, kSuccess);
+    const Bytes inverse = Memory(0);
+
+    EXPECT_THAT(Kolmctl({L"--simulate", L"lut", L"load", csv.Path(), L"--upload", L"0"}),
+                Prints("table           0\n"
+                       "values          4096\n"
+                       "bits per value  12\n"
+                       "bytes           8192\n"));
+    EXPECT_EQ(Memory(0), linear);
+    for (const wchar_t* table : {L"1", L"In verse"}) {
+        EXPECT_EQ(Kolmctl({L"--simulate", L"lut", L"load", csv.Path(), L"--upload", L"2", L"--table", table}).exitCode,
+                  kSuccess);
+        EXPECT_EQ(Memory(2), inverse);
+        EXPECT_EQ(Kolmctl({L"--simulate", L"lut", L"load", csv.Path(), L"--upload", L"2"}).exitCode, kSuccess);
+        EXPECT_EQ(Memory(2), linear);
+    }
+}
+
+TEST_F(KolmctlLut, load_refuses_tables_that_do_not_fit_the_camera) {
+    const std::vector<Bytes> before = AllMemory();
+    const CTemporaryFile file(L".csv", Csv(kValues - 1));
+
+    const ProcessOutcome outcome = Kolmctl({L"--simulate", L"lut", L"load", file.Path(), L"--upload", L"0"});
+
+    EXPECT_THAT(outcome, Fails(kRefused, "cannot load \""));
+    EXPECT_THAT(outcome.err, HasSubstr("it holds tables of 4095 values, but the camera's tables take 4096\n"));
+    EXPECT_EQ(AllMemory(), before);
+}
+
+TEST_F(KolmctlLut, load_refuses_what_is_no_file_of_tables) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"", "is no file of tables: there is no line of text"},
+        {"In,A\n", "is no file of tables: there is no line below the names"},
+        {"In\n0\n1\n", "is no file of tables: there is no column beside the first"},
+        {"In,A\n0,1\n1\n2,3,4\n", "is no file of tables: the first line has 2 cells, line 3 has 1"},
+    };
+    for (const auto& [content, message] : rows) {
+        const CTemporaryFile file(L".csv", content);
+        EXPECT_THAT(Kolmctl({L"--simulate", L"lut", L"load", file.Path()}), Fails(kUsage, message)) << content;
+    }
+    EXPECT_THAT(Kolmctl({L"--simulate", L"lut", L"load", L"Z:\\no such\\file.csv"}), Fails(kUsage, "cannot read \"Z:"));
+}
+
+TEST_F(KolmctlLut, load_refuses_wrong_numbers_and_names) {
+    const std::vector<Bytes> before = AllMemory();
+    const CTemporaryFile file(L".csv", Csv(kValues));
+    const auto load = [&](const wchar_t* number, const wchar_t* table) {
+        return Kolmctl({L"--simulate", L"lut", L"load", file.Path(), L"--upload", number, L"--table", table});
+    };
+    EXPECT_THAT(load(L"4", L"0"), Fails(kRefused, "the camera has tables 0 to 3\n"));
+    EXPECT_THAT(load(L"x", L"0"), Fails(kUsage, "not a table number: \"x\""));
+    EXPECT_THAT(load(L"0", L"2"), Fails(kUsage, "has no table \"2\""));
+    EXPECT_THAT(load(L"0", L"Other"), Fails(kUsage, "has no table \"Other\""));
+    EXPECT_THAT(Kolmctl({L"--simulate", L"lut", L"load", file.Path(), L"--table", L"0"}), Fails(kUsage, "--upload"));
+    EXPECT_EQ(AllMemory(), before);
+}
+
+TEST_F(KolmctlLut, load_refuses_values_that_have_too_many_bits) {
+    std::string text = "In,A\n";
+    for (std::size_t i = 0; i < kValues; ++i) {
+        text += i == 7 ? "7,4096\n" : "0,0\n";
+    }
+    const CTemporaryFile file(L".csv", text);
+    const ProcessOutcome outcome = Kolmctl({L"--simulate", L"lut", L"load", file.Path(), L"--upload", L"0"});
+    EXPECT_THAT(outcome, Fails(kRefused, "value 8 of \"A\" is 4096, but the camera's tables take values up to 4095\n"));
+}
+
 TEST_F(KolmctlLut, upload_refuses_what_is_no_table) {
     const CTemporaryFile noNumber(L".txt", "1\n\ntwo\n");
     const CTemporaryFile otherEnding(L".csv", Text(kValues, Inverted));

@@ -34,6 +34,7 @@ const PageRow kPages[] = {
     {"DirectAccess", CLSID_KolmFluxorPage_DirectAccess, 208, L"Direct access", {278, 231}},
     {"Exposure", CLSID_KolmFluxorPage_Exposure, 209, L"Exposure", {252, 218}},
     {"Smart01", CLSID_KolmFluxorPage_Smart01, 210, L"Smart feat. 1", {252, 118}},
+    {"Lut", CLSID_KolmFluxorPage_Lut, 211, L"LUT", {278, 260}},
 };
 
 class EveryPage : public PageTest, public ::testing::WithParamInterface<PageRow> {

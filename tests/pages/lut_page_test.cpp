@@ -23,20 +23,6 @@ bool IsVisible(const CPageHost& page, int id) {
 
 // ---- The dialog ---------------------------------------------------------------------------------------------------
 
-TEST_F(LutPage, names_itself_and_tells_its_templates_size) {
-    const auto page = Open();
-    PROPPAGEINFO info{};
-    info.cb = sizeof info;
-    ASSERT_EQ(page->Page()->GetPageInfo(&info), S_OK);
-    RECT units = {0, 0, 278, 260};
-    ASSERT_TRUE(::MapDialogRect(page->Dialog(), &units));
-
-    EXPECT_STREQ(info.pszTitle, L"LUT");
-    EXPECT_EQ(info.size.cx, units.right);
-    EXPECT_EQ(info.size.cy, units.bottom);
-    ::CoTaskMemFree(info.pszTitle);
-}
-
 struct ControlRow {
     int id;
     const char* windowClass;

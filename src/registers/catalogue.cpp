@@ -23,9 +23,7 @@ template <class Test> const CatalogueEntry* First(Test&& test) {
 }  // namespace
 
 const CatalogueEntry* FindRegister(std::string_view name) {
-    const auto* const exact = First([&](const CatalogueEntry& entry) { return entry.name == name; });
-    return exact != nullptr ? exact
-                            : First([&](const CatalogueEntry& entry) { return EqualWithoutCase(entry.name, name); });
+    return First([&](const CatalogueEntry& entry) { return EqualWithoutCase(entry.name, name); });
 }
 
 const CatalogueEntry* FindRegister(std::uint32_t address) {

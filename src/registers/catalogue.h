@@ -22,7 +22,7 @@ inline constexpr std::size_t kCatalogueSize = 358;
 /// All registers, in the catalogue's own order.
 [[nodiscard]] std::span<const CatalogueEntry> Catalogue();
 
-/// The register of a name: exactly this one, else the one that differs in the case of letters only.
+/// The register of a name; the case of letters does not count.
 ///
 /// @return  null when there is none
 [[nodiscard]] const CatalogueEntry* FindRegister(std::string_view name);

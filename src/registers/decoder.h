@@ -28,7 +28,7 @@ protected:
 /// camera.
 ///
 /// @return  false as soon as a line cannot be inserted (the earlier ones stay), and for an address inside a Format 7
-///          block that is none of its registers (after the line "Value: 0x...")
+///          block whose low byte is above 0x7C or no multiple of 4 (after the line "Value: 0x...")
 [[nodiscard]] bool DecodeRegister(std::uint32_t address, std::uint32_t value, RegisterLineSink::Line parent,
                                   RegisterLineSink& sink);
 

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 
 namespace kolmfluxor::test {
@@ -51,6 +52,15 @@ TEST(DecoderTable, has_this_many_rows) {
     EXPECT_EQ(IidcDecoders().size(), 29u);
     EXPECT_EQ(KolmDecoders().size(), 40u);
     EXPECT_EQ(Format7Decoders().size(), 25u);
+}
+
+TEST(DecoderTable, frame_rate_has_its_text_for_numbers_without_a_rate) {
+    const auto rows = IidcDecoders();
+    const auto rate = std::ranges::find(rows, 0xF0F00600U, &RegisterDecoder::first);
+    ASSERT_NE(rate, rows.end());
+    ASSERT_EQ(rate->fields.size(), 1u);
+    EXPECT_STREQ(rate->fields[0].text, "FPS: OOB [%d]");
+    EXPECT_EQ(rate->fields[0].kind, FieldKind::frameRate);
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ namespace kolmfluxor {
 
 /// As `CsvNumber`, and quick when the cell is 1 to 8 digits, which may be followed by CR and NUL.
 ///
-/// @param cell  the 8 characters before its end must be readable
+/// @param cell  the 8 characters before the cell must be readable
 [[nodiscard]] inline std::uint32_t CsvNumberQuick(std::string_view cell) noexcept {
     constexpr std::uint64_t kZeros = 0x3030303030303030;
     constexpr std::uint64_t kHighHalves = 0xF0F0F0F0F0F0F0F0;

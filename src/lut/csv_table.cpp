@@ -43,7 +43,7 @@ bool CCsvTable::Read(std::FILE* file) {
     return IsConsistent();
 }
 
-bool CCsvTable::Read(std::string_view text) {
+bool CCsvTable::ReadText(std::string_view text) {
     Clear();
     m_text.resize(kBefore + text.size() + kBehind);
     std::ranges::copy(text, m_text.begin() + kBefore);

@@ -18,21 +18,19 @@ namespace kolmfluxor {
 ///
 /// A row is a line of at most 255 characters; a longer one ends the reading, and what was read before it stays. A line
 /// is taken with a NUL in place of its line feed, so the last token of a row ends in NUL, and an empty line is a row of
-/// one token. The last line of a file may lack its line feed and then has no NUL. A line that is nothing but an open
-/// quotation is no row.
+/// one token. The last line of a file may lack its line feed and then has no NUL. A line whose first token is cut off
+/// by an open quote is no row.
 ///
-/// Tokens stay where the file's text lies, so that a large file is read about as fast as it can be copied.
+/// Tokens stay where the file's text lies, so that no token is copied.
 class CCsvTable {
 public:
-    /// Reads a file, others may have it open for whatever they like.
+    /// Reads a file; others may have it open for reading and writing.
     ///
     /// @param path  in the code page of the C library
     /// @return  false when it can't be opened; otherwise `IsConsistent`
     [[nodiscard]] bool Read(const char* path);
-    /// As above, from where an opened file stands. The caller closes it.
-    [[nodiscard]] bool Read(std::FILE* file);
-    /// As above, from a text in memory.
-    [[nodiscard]] bool Read(std::string_view text);
+    /// Reads a text in memory. @return  `IsConsistent`
+    [[nodiscard]] bool ReadText(std::string_view text);
 
     /// Whether there are rows, all with as many tokens as the first one.
     [[nodiscard]] bool IsConsistent() const noexcept { return !m_rows.empty() && m_equalLengths; }
@@ -69,6 +67,8 @@ private:
     };
 
     void Clear();
+    /// Reads from where an opened file stands. The caller closes it.
+    [[nodiscard]] bool Read(std::FILE* file);
     /// @throws  what `GetElementCount` does
     void RequireTokens() const;
     /// Makes rows of all whole lines from `m_taken` on. @return  false when a line is too long

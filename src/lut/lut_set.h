@@ -24,8 +24,8 @@ enum class LutType : std::uint32_t { bits8 = 0, bits16 = 1 };
 /// Texts of exceptions are fixed, their spelling included. Misuse raises `CTextException`, a number out of range
 /// `std::out_of_range`.
 ///
-/// Compatibility: a number equal to the count of LUTs is not out of range; callers number LUTs from 1 as well as from
-/// 0. There is no such LUT, so it counts as one without name and values.
+/// Compatibility: a number equal to the count of LUTs is not out of range; callers keep their numbers below the count
+/// themselves. There is no such LUT, so it counts as one without name and values.
 class CLutSet {
 public:
     [[nodiscard]] bool IsValid() const noexcept { return m_valid; }

@@ -1,10 +1,14 @@
 #pragma once
 /// @file  Compares the module's reader of LUT files with the plain one, in everything that a caller can see.
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <sstream>
 #include <string>
 #include <typeinfo>
+#include <vector>
 
 #include "lut/csv_table.h"
 #include "unit/plain_lut_csv.h"
@@ -34,12 +38,27 @@ template <class Value> std::string LutText(const auto& table, std::size_t n) {
     return text;
 }
 
+/// Whether filling as many LUTs at once gives what filling them one by one with the plain reader does.
+template <class Value> bool FillAllAgrees(const CCsvTable& fast, const CPlainCsvTable& plain, std::size_t count) {
+    std::vector<Lut<Value>> all(count, {.name = "old", .values = {1, 2, 3}});
+    std::vector<Lut<Value>> oneByOne = all;
+    const auto fillPlain = [&] {
+        bool filled = true;
+        for (std::size_t n = 0; n < count; ++n)
+            filled = plain.Fill(oneByOne[n], n) && filled;
+        return filled;
+    };
+    const auto same = [](const Lut<Value>& a, const Lut<Value>& b) { return a.name == b.name && a.values == b.values; };
+    return OutcomeOf([&] { return fast.FillAll(all); }) == OutcomeOf(fillPlain) &&
+           std::ranges::equal(all, oneByOne, same);
+}
+
 /// What differs between the two readers for this text; empty when nothing does.
 inline std::string DifferenceFor(const std::string& text) {
     CCsvTable fast;
     CPlainCsvTable plain;
     std::istringstream stream(text);
-    if (fast.Read(std::string_view(text)) != plain.Read(stream)) return "Read";
+    if (fast.ReadText(text) != plain.Read(stream)) return "Read";
 
     const auto& rows = plain.Rows();
     if (fast.RowCount() != rows.size()) return "number of rows";
@@ -65,6 +84,8 @@ inline std::string DifferenceFor(const std::string& text) {
         if (LutText<std::uint16_t>(fast16, n) != LutText<std::uint16_t>(slow, n))
             return "16-bit LUT " + std::to_string(n);
     }
+    if (!FillAllAgrees<std::uint8_t>(fast, plain, columns - 1)) return "all 8-bit LUTs";
+    if (!FillAllAgrees<std::uint16_t>(fast, plain, columns - 1)) return "all 16-bit LUTs";
     return {};
 }
 

@@ -34,7 +34,7 @@ std::vector<Tokens> RowsOf(const CCsvTable& table) {
 
 CCsvTable TableOf(const std::string& text) {
     CCsvTable table;
-    std::ignore = table.Read(std::string_view(text));
+    std::ignore = table.ReadText(text);
     return table;
 }
 
@@ -78,9 +78,9 @@ TEST(LutCsvTable, a_last_line_without_a_line_feed_has_no_NUL) {
 
 TEST(LutCsvTable, an_empty_line_is_a_row_of_one_NUL_token) {
     CCsvTable table;
-    EXPECT_FALSE(table.Read("a,b\n\n1,2\n"s));
+    EXPECT_FALSE(table.ReadText("a,b\n\n1,2\n"));
     EXPECT_EQ(RowsOf(table), (std::vector<Tokens>{{"a", "b\0"s}, {"\0"s}, {"1", "2\0"s}}));
-    EXPECT_TRUE(table.Read("\n\n"s)) << "rows of one token are equally long";
+    EXPECT_TRUE(table.ReadText("\n\n")) << "rows of one token are equally long";
 }
 
 TEST(LutCsvTable, a_separator_at_the_end_makes_one_more_column) {
@@ -93,11 +93,13 @@ TEST(LutCsvTable, a_separator_at_the_end_makes_one_more_column) {
     EXPECT_EQ(lut.values, std::vector<std::uint16_t>{0});
 }
 
-TEST(LutCsvTable, a_line_of_an_open_quote_alone_is_no_row) {
-    CCsvTable table;
-    EXPECT_TRUE(table.Read("a,b\n\"broken\n1,2\n"s));
-    EXPECT_EQ(table.RowCount(), 2u);
-    EXPECT_EQ(table.GetElementCount(), 1u);
+TEST(LutCsvTable, a_line_whose_first_token_is_cut_off_by_an_open_quote_is_no_row) {
+    for (const std::string& line : {"\"broken"s, "a\"b"s, "'"s, "a'b,c"s, "\"x\"y'"s}) {
+        CCsvTable table;
+        EXPECT_TRUE(table.ReadText("a,b\n" + line + "\n1,2\n")) << line;
+        EXPECT_EQ(RowsOf(table), (std::vector<Tokens>{{"a", "b\0"s}, {"1", "2\0"s}})) << line;
+        EXPECT_EQ(table.GetElementCount(), 1u) << line;
+    }
 }
 
 TEST(LutCsvTable, counts_of_an_empty_table_raise_out_of_range) {
@@ -113,7 +115,7 @@ TEST(LutCsvTable, counts_of_an_empty_table_raise_out_of_range) {
 
 TEST(LutCsvTable, counts_of_rows_of_unequal_length_raise_CParserException) {
     CCsvTable table;
-    EXPECT_FALSE(table.Read("a,b\n1,2,3\n"s));
+    EXPECT_FALSE(table.ReadText("a,b\n1,2,3\n"));
     const std::string raised = std::string(typeid(CParserException).name()) + ":  no valid tokens read";
     EXPECT_EQ(OutcomeOf([&] { return table.GetLUTCount(); }), raised);
     EXPECT_EQ(OutcomeOf([&] { return table.GetElementCount(); }), raised);
@@ -123,7 +125,7 @@ TEST(LutCsvTable, counts_of_rows_of_unequal_length_raise_CParserException) {
 
 TEST(LutCsvTable, a_header_alone_has_no_elements_and_no_second_row) {
     CCsvTable table;
-    EXPECT_TRUE(table.Read("In,A,B\n"s));
+    EXPECT_TRUE(table.ReadText("In,A,B\n"));
     EXPECT_EQ(table.GetElementCount(), 0u);
     EXPECT_THROW(std::ignore = table.GetLUTCount(), std::out_of_range);
 }
@@ -161,7 +163,7 @@ TEST(LutCsvTable, names_end_at_their_first_NUL) {
 TEST(LutCsvTable, reading_again_forgets_what_was_there) {
     CCsvTable table = TableOf("a,b,c\n1\n");
     EXPECT_FALSE(table.IsConsistent());
-    EXPECT_TRUE(table.Read("a,b\n1,2\n"s));
+    EXPECT_TRUE(table.ReadText("a,b\n1,2\n"));
     EXPECT_EQ(table.GetLUTCount(), 1u);
     EXPECT_FALSE(table.Read("/no such folder/no such file.csv"));
     EXPECT_EQ(table.RowCount(), 0u);
@@ -211,7 +213,7 @@ TEST(LutCsvTable, a_file_is_read_as_the_same_text_is) {
         CCsvTable fromFile;
         CCsvTable fromText;
         EXPECT_TRUE(fromFile.Read(file.Path()));
-        EXPECT_TRUE(fromText.Read(std::string_view(text + end)));
+        EXPECT_TRUE(fromText.ReadText(text + end));
         EXPECT_TRUE(RowsOf(fromFile) == RowsOf(fromText)) << "ending " << end;
     }
 }
@@ -284,6 +286,7 @@ TEST(LutCsvTable, reads_as_the_plain_rules_do) {
         "a,b\n1, 2\n2,\t-3\n3,+4\n",
         "a,b\n0,12345678\n1,123456789\n2,0000000012\n3,4294967296\n4,4294967295\n5,1e3\n6,0x10\n7,1.9\n",
         "a,b\n0,--1\n1,+-1\n2,-\n",
+        "a,b\n0,\v\f 5\n1,\v\f\n2,5\v\f\n",
         "\0,\0\n\0,\0\n"s,
         "a,b\n\0001,1\0002\n"s,
         "a,b\n1,2\r",
@@ -363,6 +366,23 @@ TEST(LutCsvTable, quick_numbers_are_the_plain_ones) {
             ASSERT_EQ(CsvNumber(view), PlainNumber(std::string(view))) << testing::PrintToString(whole);
         }
     }
+}
+
+TEST(LutCsvTable, all_six_blanks_may_lead_a_number) {
+    const std::string before = "########";
+    for (const std::string& cell : {"\v\f 5"s, " \t\n\v\f\r5"s, "\f+5"s, "\v5\v6"s}) {
+        EXPECT_EQ(CsvNumber(cell), 5u) << testing::PrintToString(cell);
+        EXPECT_EQ(PlainNumber(cell), 5u) << testing::PrintToString(cell);
+        const std::string whole = before + cell;
+        EXPECT_EQ(CsvNumberQuick(std::string_view(whole).substr(before.size())), 5u) << testing::PrintToString(cell);
+    }
+    for (const std::string& cell : {"\b5"s,
+                                    "\x0E"
+                                    "5"s,
+                                    "\x1F"
+                                    "5"s,
+                                    "\v\f "s})
+        EXPECT_EQ(CsvNumber(cell), 0u) << testing::PrintToString(cell);
 }
 
 TEST(LutCsvTable, fills_all_LUTs_as_one_by_one) {

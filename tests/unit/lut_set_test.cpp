@@ -4,9 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <stdexcept>
 #include <string>
 #include <tuple>
+#include <typeinfo>
+#include <vector>
 
 #include "base/text_exception.h"
 #include "lut/lut_info.h"
@@ -21,8 +24,8 @@ constexpr auto kUnknown = static_cast<LutType>(2);
 template <class Exception, class F> std::string TextOf(F&& call) {
     try {
         std::ignore = call();
-    } catch (const Exception& e) {
-        return e.what();
+    } catch (const std::exception& e) {
+        return typeid(e) == typeid(Exception) ? e.what() : "(another exception was thrown)";
     }
     return "(nothing was thrown)";
 }
@@ -122,7 +125,7 @@ TEST(LutSet, sizes_are_in_bytes) {
 
 CCsvTable TableOf(std::string_view text) {
     CCsvTable table;
-    std::ignore = table.Read(text);
+    std::ignore = table.ReadText(text);
     return table;
 }
 
@@ -145,6 +148,30 @@ TEST(LutLoader, two_bytes_per_value_make_16_bit_LUTs) {
     EXPECT_EQ(set.Type(), LutType::bits16);
     EXPECT_EQ(set.Get16BitLUT(0).values, (std::vector<std::uint16_t>{300, 70000 - 65536}));
     EXPECT_EQ(set.GetLUTByteSize(0), 4u);
+}
+
+TEST(LutLoader, a_set_takes_the_type_and_the_count_of_what_is_loaded_last) {
+    CLutSet set;
+    ASSERT_TRUE(LoadLutSet(set, TableOf("In,a,b,c\n0,1000,2000,3000\n"), 2));
+    ASSERT_EQ(set.GetLUTCount(), 3u);
+
+    EXPECT_TRUE(LoadLutSet(set, TableOf("In,A,B\n0,1,2\n1,3,4\n"), 1));
+    EXPECT_EQ(set.Type(), LutType::bits8);
+    ASSERT_EQ(set.GetLUTCount(), 2u);
+    EXPECT_EQ(set.GetLUTName(0), "A");
+    EXPECT_EQ(set.GetLUTName(1), "B");
+    EXPECT_EQ(set.Get8BitLUT(1).values, (std::vector<std::uint8_t>{2, 4}));
+
+    EXPECT_TRUE(LoadLutSet(set, TableOf("In,K\n0,500\n"), 2));
+    EXPECT_EQ(set.Type(), LutType::bits16);
+    ASSERT_EQ(set.GetLUTCount(), 1u) << "fewer than the 16-bit LUTs before";
+    EXPECT_EQ(set.GetLUTName(0), "K");
+    EXPECT_EQ(set.Get16BitLUT(0).values, std::vector<std::uint16_t>{500});
+
+    EXPECT_TRUE(LoadLutSet(set, TableOf("In,Z\n0,7\n"), 1));
+    ASSERT_EQ(set.GetLUTCount(), 1u) << "fewer than the 8-bit LUTs before";
+    EXPECT_EQ(set.GetLUTName(0), "Z");
+    EXPECT_EQ(set.Get8BitLUT(0).values, std::vector<std::uint8_t>{7});
 }
 
 TEST(LutLoader, other_widths_fill_nothing_and_leave_the_set_invalid) {

@@ -1,8 +1,8 @@
 #pragma once
 /// @file  The rules of LUT files, written down word by word: what the reader of the module is compared with.
 ///
-/// A stack of open delimiters, a list of texts for each row, the C++ library's streams and numbers: slow, and easy to
-/// check against the rules.
+/// A stack of open delimiters, a list of texts for each row, the C++ library's streams: slow, and easy to check against
+/// the rules.
 
 #include <array>
 #include <cstddef>

@@ -10,10 +10,10 @@
 
 namespace kolmfluxor {
 
-std::string_view CutHexText(std::string_view text) {
+std::optional<std::string_view> CutHexText(std::string_view text) {
     const auto isDigit = [](char c) { return std::isxdigit(c, std::locale::classic()); };
     const auto stranger = std::ranges::find_if_not(text, isDigit);
-    if (stranger == text.end()) return text;
+    if (stranger == text.end()) return std::nullopt;
     // Compatibility: a first character that is no digit stays, so that somebody sees what was wrong.
     const auto length = std::max<std::ptrdiff_t>(stranger - text.begin(), 1);
     return text.substr(0, static_cast<std::size_t>(length));

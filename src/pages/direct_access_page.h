@@ -50,7 +50,7 @@ private:
     CSimpleCtrl m_bits;
     CTreeViewCtrl m_tree;
     HTREEITEM m_current = nullptr;  ///< the root item "Current"; null until the page is activated
-    int m_hotKeyCount = 0;          ///< of those registered
+    int m_hotKeyCount = 0;          ///< ids to give back; set on activation, granted or not
 };
 
 }  // namespace kolmfluxor

@@ -45,6 +45,17 @@ TEST(HexEditCtrl, cuts_and_leaves_alone_what_need_not_be_cut) {
     EXPECT_TRUE(::SendMessageA(control, EM_GETMODIFY, 0, 0));
 }
 
+TEST(HexEditCtrl, writes_back_a_single_character_that_is_no_digit) {
+    CControlWindow window;
+    HWND const control = window.Add("EDIT", kId);
+    const CHexEditCtrl edit(kId, window.Place());
+    ::SetWindowTextA(control, "x");
+    ::SendMessageA(control, EM_SETMODIFY, TRUE, 0);
+    edit.Cut();
+    EXPECT_EQ(window.Text(kId), "x");
+    EXPECT_FALSE(::SendMessageA(control, EM_GETMODIFY, 0, 0)) << "its text was set";
+}
+
 using Texts = std::vector<std::string>;
 
 class TreeViewCtrl : public ::testing::Test {

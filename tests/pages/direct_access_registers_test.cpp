@@ -91,6 +91,14 @@ TEST_F(DirectAccessRegisters, takes_255_characters_of_an_edit) {
     page->Click(kRead);
     EXPECT_EQ(Object().Sent(), Wire{ReadOf(kBrightness)});
     EXPECT_EQ(page->Text(kAddress), zeros + "0f0f00800");
+    Paste(*page, kAddress, (std::string(250, '0') + "12345678").c_str());  // the 5 is the 255th
+    page->Click(kRead);
+    EXPECT_EQ(Object().Sent(), Wire{ReadOf(0x12345)});
+    const std::string strangerBehind = zeros + "00f0f00800z";  // the z is the 256th
+    Paste(*page, kAddress, strangerBehind.c_str());
+    page->Click(kRead);
+    EXPECT_EQ(Object().Sent(), Wire{ReadOf(kBrightness)});
+    EXPECT_EQ(page->Text(kAddress), strangerBehind) << "what nobody looks at is not cut";
 }
 
 // ---- Write --------------------------------------------------------------------------------------------------------
@@ -121,6 +129,31 @@ TEST_F(DirectAccessRegisters, write_cuts_the_address_and_the_value) {
     EXPECT_EQ(page->Text(kValue), "2");
     EXPECT_EQ(Object().Sent(), Wire{WriteOf(kTestImage, 2)});
     EXPECT_EQ(Tree(*page).at(1), "  Value: 0x2");
+}
+
+TEST_F(DirectAccessRegisters, write_cuts_a_prefix_before_it_converts) {
+    const auto page = Open();
+    Paste(*page, kAddress, "0xf1000210");
+    Paste(*page, kValue, "2,5");
+
+    page->Click(kWrite);
+
+    EXPECT_EQ(page->Text(kAddress), "0");
+    EXPECT_EQ(page->Text(kValue), "2");
+    EXPECT_EQ(Object().Sent(), Wire{WriteOf(0, 2)});
+}
+
+TEST_F(DirectAccessRegisters, write_sets_a_single_stranger_anew_and_so_decodes) {
+    const auto page = Open();
+    Paste(*page, kValue, "x");
+    const CTreeReader tree(page->Control(kTree));
+    tree.Collapse(tree.Items().at(1).handle);
+
+    page->Click(kWrite);
+
+    EXPECT_EQ(page->Text(kValue), "x");
+    EXPECT_EQ(Object().Sent(), Wire{WriteOf(kBrightness, 0)});
+    EXPECT_TRUE(tree.Items().at(1).expanded) << "the tree is built anew";
 }
 
 TEST_F(DirectAccessRegisters, write_takes_an_edit_without_a_digit_as_0) {

@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
+#include <string>
+#include <string_view>
+
 namespace kolmfluxor::test {
 namespace {
 
@@ -14,9 +18,9 @@ TEST(HexText, is_cut_after_its_leading_digits) {
     EXPECT_EQ(CutHexText("12h"), "12");
 }
 
-TEST(HexText, of_digits_only_stays_whole) {
-    EXPECT_EQ(CutHexText("0123456789abcdefABCDEF"), "0123456789abcdefABCDEF");
-    EXPECT_EQ(CutHexText(""), "");
+TEST(HexText, of_digits_only_is_not_cut) {
+    EXPECT_EQ(CutHexText("0123456789abcdefABCDEF"), std::nullopt);
+    EXPECT_EQ(CutHexText(""), std::nullopt);
 }
 
 TEST(HexText, keeps_a_first_character_that_is_no_digit) {
@@ -30,7 +34,7 @@ TEST(HexText, has_no_digits_but_these_sixteen_in_two_cases) {
     for (int c = 1; c < 256; ++c) {
         const std::string text = {'a', static_cast<char>(c)};
         const bool digit = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-        EXPECT_EQ(CutHexText(text).size(), digit ? 2u : 1u) << c;
+        EXPECT_EQ(CutHexText(text), digit ? std::nullopt : std::optional<std::string_view>("a")) << c;
     }
 }
 
@@ -47,8 +51,10 @@ TEST(HexText, without_a_digit_counts_as_0) {
         EXPECT_EQ(ParseHexText(text), 0U) << text;
 }
 
-TEST(HexText, longer_than_32_bits_keeps_its_low_ones) {
+TEST(HexText, longer_than_32_bits_keeps_its_low_ones_and_longer_than_64_is_all_ones) {
     EXPECT_EQ(ParseHexText("123456789"), 0x23456789U);
+    EXPECT_EQ(ParseHexText("ffffffff00000001"), 1U);
+    EXPECT_EQ(ParseHexText("10000000000000000"), 0xFFFFFFFFU) << "more than 16 digits";
     EXPECT_EQ(ParseHexText(std::string(255, 'f')), 0xFFFFFFFFU);
 }
 

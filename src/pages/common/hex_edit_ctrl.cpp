@@ -26,8 +26,7 @@ void CHexEditCtrl::SetValue(std::uint32_t value) const {
 
 void CHexEditCtrl::Cut() const {
     const std::string typed = TextOf(Item(m_id));
-    const std::string cut(CutHexText(typed));
-    if (cut != typed) SetItemText(m_id, cut.c_str());
+    if (const auto cut = CutHexText(typed)) SetItemText(m_id, std::string(*cut).c_str());
 }
 
 }  // namespace kolmfluxor

@@ -16,7 +16,8 @@ public:
     [[nodiscard]] std::uint32_t Value() const;
     /// Shows a number as "%x"; the edit notifies of it as of typing.
     void SetValue(std::uint32_t value) const;
-    /// Cuts the edit's text as `CutHexText` says; an edit that need not be cut is left alone.
+    /// Cuts the edit's text, of which the first 255 characters count, as `CutHexText` says, and writes back what is
+    /// left, even if that is the same; the edit notifies of it. An edit of digits only is left alone.
     void Cut() const;
 
 private:

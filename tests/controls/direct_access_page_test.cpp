@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -82,19 +83,21 @@ LRESULT WINAPI RefuseMessage(HWND dialog, int id, UINT message, WPARAM wParam, L
     return ::SendMessageA(::GetDlgItem(dialog, id), message, wParam, lParam);
 }
 
-/// An object with the interface, whose registers all refuse.
+/// An object with the interface, whose registers all refuse, unless told otherwise.
 class CRefusingCamera final : public CPropertySetStub {
 public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) override {
         *out = riid == __uuidof(IKolmFluxorPropertySet) ? this : nullptr;
         return *out != nullptr ? S_OK : E_NOINTERFACE;
     }
-    HRESULT STDMETHODCALLTYPE ReadRegister(ULONG, ULONG*) override {
+    HRESULT STDMETHODCALLTYPE ReadRegister(ULONG, ULONG* value) override {
         ++reads;
+        if (answer) *value = *answer;
         return result;
     }
 
     HRESULT result = E_FAIL;
+    std::optional<ULONG> answer;  ///< written whatever the result is
     int reads = 0;
 };
 
@@ -197,6 +200,14 @@ TEST_F(DirectAccess, a_read_that_leaves_its_output_alone_shows_all_ones) {
     EXPECT_EQ(Text(kValue), "ffffffff");
 }
 
+TEST_F(DirectAccess, a_failed_reads_value_is_shown_all_the_same) {
+    Open();
+    m_camera.answer = 0x1234;
+    Command(1049, BN_CLICKED);
+    EXPECT_EQ(m_camera.reads, 1);
+    EXPECT_EQ(Text(kValue), "1234");
+}
+
 TEST_F(DirectAccess, traces_each_message_that_is_not_its_own_to_a_debugger) {
     Open();
     const CPatchedImport listens(&__imp_IsDebuggerPresent, reinterpret_cast<void*>(&SomeoneListens));
@@ -259,6 +270,8 @@ TEST_F(DirectAccess, a_list_that_takes_no_entry_ends_the_activation_with_no_harm
         Open();
         EXPECT_EQ(Text(kAddress), "0") << "not filled";
         EXPECT_EQ(Tree(), Texts{});
+        EXPECT_FALSE(::RegisterHotKey(nullptr, 77, MOD_CONTROL, 'R')) << "the page has taken its keys before";
+        EXPECT_FALSE(::RegisterHotKey(nullptr, 77, MOD_CONTROL, 'W'));
         ::SetWindowTextA(Control(kValue), "1");
         EXPECT_EQ(m_page->Deactivate(), S_OK);
         g_refusedMessage = 0;

@@ -39,6 +39,7 @@ public:
     using CFeaturePage::m_bDirty;
     using CFeaturePage::m_dirtySkips;
     using CFeaturePage::OnActivate;
+    using CFeaturePage::OnConnect;
     using CFeaturePage::OnDisconnect;
     using CFeaturePage::SetDirty;
 
@@ -167,6 +168,12 @@ TEST_F(FeaturePage, without_a_period_there_is_no_timer) {
     EXPECT_EQ(page->Deactivate(), S_OK);
     EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
     EXPECT_EQ(g_timerCalls, Calls{});
+    EXPECT_EQ(page->Inner()->Release(), 0u);
+}
+
+TEST_F(FeaturePage, connecting_to_nothing_is_refused) {
+    auto* const page = new CBarePage(0);
+    EXPECT_EQ(page->OnConnect(nullptr), E_POINTER);
     EXPECT_EQ(page->Inner()->Release(), 0u);
 }
 

@@ -80,7 +80,7 @@ public:
 private:
     [[nodiscard]] CCsvTable ReadTable() const {
         CCsvTable table;
-        if (!table.Read(std::string_view(ReadFile(m_file)))) {
+        if (!table.ReadText(std::string_view(ReadFile(m_file)))) {
             Refuse(WhyNoTable(table));
         }
         if (table.RowCount() < 2 || table.GetLUTCount() == 0) {

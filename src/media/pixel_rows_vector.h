@@ -1,0 +1,99 @@
+#pragma once
+/// @file  What the vector paths of the row conversions share. For their sources only.
+///
+/// Each of those sources is compiled for other instructions. All that stands here is therefore local to the source that
+/// includes it, and always inlined: nothing compiled for one processor may be linked into the path of another.
+///
+/// UYVY is worked on as 16-bit words. The words of `even` hold U in their low and Y0 in their high bytes, those of
+/// `odd` V and Y1 of the same groups: all arithmetic on chroma is done once for two pixels.
+
+#include <cstddef>
+#include <cstdint>
+
+namespace kolmfluxor {
+namespace {
+
+/// Signed and unsigned 16-bit words of one register.
+template <std::size_t kBytes> struct Register {
+    using Words [[gnu::vector_size(kBytes)]] = std::int16_t;
+    using UnsignedWords [[gnu::vector_size(kBytes)]] = std::uint16_t;
+};
+
+/// Before clamping: even and odd pixels in the order of their groups.
+template <class Words> struct BgrWords { Words blueEven, blueOdd, greenEven, greenOdd, redEven, redOdd; };
+
+// The tables' factors x 2^14. Multiplied by 4 (c - 128), the upper half of the product is the term without its
+// fraction, rounded downward: one too small where it is negative. Each factor gives all 256 entries of its table
+// exactly.
+constexpr std::int16_t kRedFactor = 22970;     // 1.402
+constexpr std::int16_t kGreenUFactor = 5637;   // 0.344, rounded up: 125 x 0.344 is a whole number
+constexpr std::int16_t kGreenVFactor = 11698;  // 0.714
+constexpr std::int16_t kBlueFactor = 29033;    // 1.772
+
+template <class Words> [[gnu::always_inline]] inline Words All(std::int16_t value) {
+    return Words{} + value;
+}
+
+/// @tparam Isa  `Words`, `UnsignedWords`, and the static members `FourTimesLow`: the low bytes of words times 4, and
+///              `MulHigh`: the upper halves of signed products
+template <class Isa>
+[[gnu::always_inline]] inline BgrWords<typename Isa::Words> BgrOf(typename Isa::Words even, typename Isa::Words odd) {
+    using Words = typename Isa::Words;
+    using UnsignedWords = typename Isa::UnsignedWords;
+    const Words u = Isa::FourTimesLow(even) - All<Words>(4 * 128);
+    const Words v = Isa::FourTimesLow(odd) - All<Words>(4 * 128);
+    const Words uSign = u >> 15;  // -1 or 0
+    const Words vSign = v >> 15;
+    // The table of red is mirrored between 127 and 128, not at 128.
+    const Words vMirrored = v + (vSign & All<Words>(4));
+
+    const Words blue = Isa::MulHigh(u, All<Words>(kBlueFactor)) - uSign;
+    const Words red = Isa::MulHigh(vMirrored, All<Words>(kRedFactor)) - (vMirrored >> 15);
+    const Words green =
+        Isa::MulHigh(u, All<Words>(kGreenUFactor)) + Isa::MulHigh(v, All<Words>(kGreenVFactor)) - (uSign + vSign);
+
+    const Words yEven = reinterpret_cast<Words>(reinterpret_cast<UnsignedWords>(even) >> 8);
+    const Words yOdd = reinterpret_cast<Words>(reinterpret_cast<UnsignedWords>(odd) >> 8);
+    return {yEven + blue, yOdd + blue, yEven - green, yOdd - green, yEven + red, yOdd + red};
+}
+
+constexpr std::size_t kBgrBytes = 3;
+
+/// How many pixels behind `destination` its address is a multiple of kBytes, a power of two up to 64: 1 to kBytes.
+template <std::size_t kBytes>
+[[gnu::always_inline]] inline std::size_t PixelsToAligned(const std::uint8_t* destination) {
+    constexpr std::size_t kThird = 43;  // 3 x 43 = 2 x 64 + 1
+    const std::size_t pixels = (std::size_t{0} - reinterpret_cast<std::uintptr_t>(destination)) * kThird % kBytes;
+    return pixels == 0 ? kBytes : pixels;
+}
+
+/// Converts blocks of kStep pixels, those between the first and the last one to addresses that are multiples of kStep
+/// where possible. The first and the last block begin and end with the row, and may overlap with their neighbors.
+///
+/// @tparam kUnit         pixels that belong together in the source, 1 or 2
+/// @tparam kSourceBytes  for each pixel
+/// @tparam kConvert      converts one block
+/// @param narrower       converts rows shorter than a block
+template <std::size_t kStep, std::size_t kUnit, std::size_t kSourceBytes,
+          void (*kConvert)(const std::uint8_t*, std::uint8_t*)>
+[[gnu::always_inline]] inline void ConvertBlocks(const std::uint8_t* source, std::uint8_t* destination,
+                                                 std::size_t pixels,
+                                                 void (*narrower)(const std::uint8_t*, std::uint8_t*, std::size_t)) {
+    if (pixels < kStep) {
+        narrower(source, destination, pixels);
+        return;
+    }
+    const std::size_t last = pixels - kStep;
+    std::size_t next = PixelsToAligned<kStep>(destination);
+    if (next % kUnit != 0) next = kStep;
+    // One place for all blocks, so that the constants stay in registers.
+    for (std::size_t x = 0;;) {
+        kConvert(source + x * kSourceBytes, destination + x * kBgrBytes);
+        if (x == last) break;
+        x = next < last ? next : last;
+        next += kStep;
+    }
+}
+
+}  // namespace
+}  // namespace kolmfluxor

@@ -27,7 +27,17 @@ packages=(
     libclang-rt-dev
 )
 if [[ ${1:-} == --bench ]]; then
-    packages+=(libbenchmark-dev libfccp-dev libcsv-dev)
+    packages+=(
+        libbenchmark-dev
+        # other readers of such files
+        libfccp-dev
+        libcsv-dev
+        # other converters of pictures
+        libyuv-dev
+        libswscale-dev
+        libopencv-core-dev
+        libopencv-imgproc-dev
+    )
 fi
 
 if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then

@@ -5,6 +5,7 @@
 #include <kolmfluxor/identifiers.h>
 
 #include "driver/property_set.h"
+#include "media/still_image.h"
 #include "pages/color_page.h"
 #include "pages/direct_access_page.h"
 #include "pages/exposure_page.h"
@@ -33,7 +34,7 @@ constexpr CFactoryTemplate kClasses[] = {
     {.name = L"KolmFluxorPropertyPageTrigger",
      .classId = &CLSID_KolmFluxorPage_Trigger,
      .create = CKolmFluxorPage_Trigger::CreateInstance},
-    {.name = L"KolmStillImage", .classId = &CLSID_KolmStillImage, .create = CreateNothing},
+    {.name = L"KolmStillImage", .classId = &CLSID_KolmStillImage, .create = CKolmStillImage::CreateInstance},
     {.name = L"KolmFluxorPropertyPageInfo",
      .classId = &CLSID_KolmFluxorPage_Info,
      .create = CKolmFluxorPage_Info::CreateInstance},

@@ -24,7 +24,7 @@ const ClassRow kClasses[] = {
     {"CKolmFluxorPropertySet", CLSID_KolmFluxorPropertySet, true},
     {"CKolmFluxorPage_Color", CLSID_KolmFluxorPage_Color, true},
     {"CKolmFluxorPage_Trigger", CLSID_KolmFluxorPage_Trigger, true},
-    {"CKolmStillImage", CLSID_KolmStillImage, false},
+    {"CKolmStillImage", CLSID_KolmStillImage, true},
     {"CKolmFluxorPage_Info", CLSID_KolmFluxorPage_Info, true},
     {"CKolmFluxorPage_Format", CLSID_KolmFluxorPage_Format, true},
     {"CKolmFluxorPage_Exposure", CLSID_KolmFluxorPage_Exposure, true},

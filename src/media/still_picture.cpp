@@ -59,7 +59,7 @@ void CStillPicture::ExpectSample() noexcept {
 void CStillPicture::Deliver(const BYTE* data, LONG bytes) noexcept {
     {
         const std::scoped_lock lock(m_lock);
-        if (m_expecting && data != nullptr && bytes >= 0) {
+        if (m_expecting && bytes >= 0 && (data != nullptr || bytes == 0)) {
             try {
                 if (m_sizeBytes < 0) {
                     m_bytes.resize(static_cast<std::size_t>(bytes));

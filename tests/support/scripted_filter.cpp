@@ -195,7 +195,8 @@ public:
     explicit CFilter(CScriptedFilter& script) : CCounted(script, script.references.filter, "filter") {}
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) override {
-        return Give(riid, IID_IBaseFilter, out);
+        const HRESULT hr = Give(riid, IID_IBaseFilter, out);
+        return hr != S_OK && m_script.otherInterfaces ? m_script.otherInterfaces(riid, out) : hr;
     }
     HRESULT STDMETHODCALLTYPE EnumPins(IEnumPins** pins) override {
         m_script.calls.emplace_back("EnumPins");

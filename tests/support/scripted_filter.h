@@ -75,6 +75,9 @@ public:
     std::optional<int> claimedCount;  ///< of capabilities; as many as there are without it
     int recordBytes = sizeof(VIDEO_STREAM_CONFIG_CAPS);
 
+    /// Answers queries of the filter for interfaces that it does not have itself; `*out` is null on entry.
+    std::function<HRESULT(REFIID riid, void** out)> otherInterfaces;
+
     /// Called with the object's name at each release, before it counts.
     std::function<void(const std::string&)> onRelease;
 

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <utility>
+
 #include <windows.h>
 
 #include <objbase.h>
@@ -10,12 +13,16 @@
 
 namespace kolmfluxor::test {
 
-/// As long as it lives, creating a class in this process fails with a code.
+/// As long as it lives, creating a class in this process fails with a code, or gives an object of the test's.
 ///
 /// The thread must have initialized COM.
 class CStandInClass final : public IClassFactory {
 public:
-    CStandInClass(REFCLSID classId, HRESULT code) : m_code(code) {
+    /// Gives an object of the test's; called with the interface asked for.
+    using MakeFunction = std::function<HRESULT(REFIID riid, void** out)>;
+
+    CStandInClass(REFCLSID classId, HRESULT code) : CStandInClass(classId, [code](REFIID, void**) { return code; }) {}
+    CStandInClass(REFCLSID classId, MakeFunction make) : m_make(std::move(make)) {
         EXPECT_EQ(::CoRegisterClassObject(classId, this, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &m_cookie), S_OK);
     }
     ~CStandInClass() { EXPECT_EQ(::CoRevokeClassObject(m_cookie), S_OK); }
@@ -34,15 +41,15 @@ public:
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
 
     // IClassFactory
-    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID, void** out) override {
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID riid, void** out) override {
         ++m_calls;
         *out = nullptr;
-        return m_code;
+        return m_make(riid, out);
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 
 private:
-    HRESULT m_code;
+    MakeFunction m_make;
     DWORD m_cookie = 0;
     int m_calls = 0;
 };

@@ -105,7 +105,10 @@ TEST_F(StillImages, small_areas_of_the_sensor_come_out_exactly) {
     ASSERT_TRUE(Camera()->SetFeatureWord(61, 24, 1));  // the driver accepts areas
     for (const WORD bits : {WORD{8}, WORD{16}}) {
         CPinType type = CapabilityOf(Config().Get(), 0x703, bits).type;
-        const BITMAPINFOHEADER whole = type.Bitmap();
+        BITMAPINFOHEADER whole = type.Bitmap();
+        whole.biWidth = 640;
+        whole.biHeight = 480;
+        whole.biSizeImage = DWORD{640 * 480} * bits / 8;
         for (const LONG width : {4, 12, 36}) {
             SCOPED_TRACE(::testing::Message() << bits << " bits, width " << width);
             type.SetArea(kLeft, kTop, width, kHeight);

@@ -4,6 +4,7 @@
 #include <thread>
 
 #include "media/still_fixture.h"
+#include "support/counted_task_memory.h"
 #include "support/temporary_file.h"
 
 namespace kolmfluxor::test {
@@ -268,6 +269,19 @@ TEST_F(StillCapture, close_keeps_dimensions_header_path_and_file_name) {
     EXPECT_EQ(m_still->GetDeviceUnknown(&device), E_FAIL);
     EXPECT_EQ(device, nullptr);
     EXPECT_EQ(m_still->Close(), S_OK);
+}
+
+TEST_F(StillCapture, task_memory_is_freed) {
+    Select();
+    ASSERT_EQ(m_still->Capture(), S_OK);
+    const CCountedTaskMemory memory;
+    Select();
+    ASSERT_EQ(m_still->Capture(), S_OK);
+    m_graph->results = {{"SetFormat 2", E_ABORT}};
+    m_graph->calls.clear();
+    ASSERT_EQ(m_still->Capture(), E_ABORT);
+    EXPECT_GT(memory.Allocated(), 4);
+    EXPECT_EQ(memory.Live(), 0u);
 }
 
 TEST_F(StillCapture, the_last_release_frees_device_and_picture) {

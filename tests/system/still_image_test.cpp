@@ -1,14 +1,24 @@
 /// @file  Still pictures of the simulated cameras through the real filter graph.
 
+#include <algorithm>
+#include <memory>
 #include <thread>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 #include <gmock/gmock.h>
 
 #include "system/still_image_fixture.h"
 
+#include <commctrl.h>
 #include <uuids.h>
 #include <vfwmsgs.h>
+
+#include "frame/frame_page.h"
+#include "frame/property_frame.h"
+#include "frame/resource.h"
+#include "support/own_desktop.h"
 
 extern "C" const CLSID CLSID_NullRenderer;
 
@@ -149,6 +159,35 @@ TEST_F(StillImages, a_setting_shows_in_the_next_picture) {
     const Still still = Capture();
 
     EXPECT_THAT(still.pixels, ::testing::Each(::testing::Ge(239)));
+}
+
+TEST_F(StillImages, what_is_dragged_on_a_page_shows_in_the_next_picture) {
+    constexpr int kSliders[] = {1073, 1079};  // brightness, gain
+    COwnDesktop::Enter();
+    Select();
+    const Still before = Capture();
+    {
+        std::vector<std::unique_ptr<kolmctl::FramePage>> pages;
+        pages.push_back(std::make_unique<kolmctl::FramePage>(CLSID_KolmFluxorPage_Exposure));
+        pages.back()->Connect(*m_filter.Get());
+        kolmctl::PropertyFrame frame(L"frame", std::move(pages));
+        frame.Show();
+        frame.Settle();
+        HWND const dialog = ::GetWindow(::GetDlgItem(frame.Window(), IDC_PAGE_AREA), GW_CHILD);
+        for (const int slider : kSliders) {
+            HWND const bar = ::GetDlgItem(dialog, slider);
+            const LRESULT highest = ::SendMessageA(bar, TBM_GETRANGEMAX, 0, 0);
+            ::SendMessageA(bar, TBM_SETPOS, TRUE, highest);
+            ::SendMessageA(dialog, WM_HSCROLL, MAKEWPARAM(TB_THUMBTRACK, highest), reinterpret_cast<LPARAM>(bar));
+        }
+    }
+
+    const Still after = Capture();
+
+    ASSERT_EQ(after.pixels.size(), before.pixels.size());
+    for (std::size_t i = 0; i < after.pixels.size(); ++i) {
+        ASSERT_GE(after.pixels[i], std::max<int>(before.pixels[i], 200)) << "byte " << i;
+    }
 }
 
 TEST_F(StillImages, a_UYVY_picture_without_color_is_gray) {

@@ -22,6 +22,9 @@ public:
     /// @throws CallError when the filter cannot be created
     explicit Camera(const Device& device);
 
+    /// A capture filter that is there already. @param device  the device that it belongs to
+    Camera(const Device& device, Microsoft::WRL::ComPtr<IBaseFilter> filter);
+
     Camera(const Camera&) = delete;
     Camera& operator=(const Camera&) = delete;
 
@@ -36,7 +39,10 @@ public:
     /// The friendly name in UTF-8.
     [[nodiscard]] const std::string& Name() const { return m_name; }
 
+    [[nodiscard]] const Device& Origin() const { return m_device; }
+
 private:
+    Device m_device;
     std::string m_name;
     Microsoft::WRL::ComPtr<IBaseFilter> m_filter;
     Microsoft::WRL::ComPtr<kolmfluxor::IKolmFluxorPropertySet> m_propertySet;

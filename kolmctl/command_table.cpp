@@ -63,6 +63,8 @@ constexpr CommandRow kCommands[] = {
      .example = "kolmctl --simulate raw get 61", .traceable = true, .make = MakeRawGet},
     {.group = "raw",     .name = "set", .summary = "Write a driver property",
      .example = "kolmctl --simulate raw set 61 1", .traceable = true, .make = MakeRawSet},
+    {.name = "still",    .summary = "Take a still picture and write it to a PNG or BMP file",
+     .example = "kolmctl --simulate still picture.png", .traceable = false, .make = MakeStill},
     {.name = "pages",    .summary = "Show the camera's property pages",
      .example = "kolmctl --simulate pages --page exposure", .traceable = false, .make = MakePages},
     {.name = "trace",    .summary = "Run another subcommand, then show its driver requests (simulated camera only)",

@@ -29,6 +29,7 @@ namespace kolmctl {
 [[nodiscard]] std::unique_ptr<Command> MakeRegRead();
 [[nodiscard]] std::unique_ptr<Command> MakeRegWrite();
 [[nodiscard]] std::unique_ptr<Command> MakeSet();
+[[nodiscard]] std::unique_ptr<Command> MakeStill();
 [[nodiscard]] std::unique_ptr<Command> MakeTrace();
 [[nodiscard]] std::unique_ptr<Command> MakeTrigger();
 [[nodiscard]] std::unique_ptr<Command> MakeTriggerSet();

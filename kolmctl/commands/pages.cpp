@@ -41,7 +41,7 @@ void SavePicture(PropertyFrame& frame, const std::string& file) {
     if (picture.IsBlank()) {
         throw Error(ExitCode::refused, "the picture would be empty", "windows are painted on a display only");
     }
-    WritePng(picture, ToUtf16(file));
+    WritePicture(picture, PictureFile::png, ToUtf16(file));
 }
 
 class PagesCommand final : public Command {

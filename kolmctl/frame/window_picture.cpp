@@ -1,20 +1,11 @@
 #include "frame/window_picture.h"
 
-#include <cstring>
 #include <memory>
 
-#include <objbase.h>
-
-#include <wincodec.h>
-#include <wrl/client.h>
-
 #include "errors.h"
-#include "text.h"
 
 namespace kolmctl {
 namespace {
-
-using Microsoft::WRL::ComPtr;
 
 struct WindowDcRelease {
     using pointer = HDC;
@@ -47,32 +38,7 @@ BITMAPINFO FormatOf(const Picture& picture) {
     return format;
 }
 
-ComPtr<IWICBitmapFrameEncode> OpenPng(IWICImagingFactory* factory, IWICBitmapEncoder* encoder,
-                                      const std::wstring& file) {
-    ComPtr<IWICStream> stream;
-    Check(factory->CreateStream(stream.GetAddressOf()), "cannot make a stream");
-    const std::string failed = "cannot write \"" + ToUtf8(file) + "\"";
-    Check(stream->InitializeFromFilename(file.c_str(), GENERIC_WRITE), failed);
-    Check(encoder->Initialize(stream.Get(), WICBitmapEncoderNoCache), failed);
-    ComPtr<IWICBitmapFrameEncode> frame;
-    Check(encoder->CreateNewFrame(frame.GetAddressOf(), nullptr), failed);
-    Check(frame->Initialize(nullptr), failed);
-    return frame;
-}
-
 }  // namespace
-
-bool Picture::IsBlank() const {
-    for (std::size_t y = 0; y < height; ++y) {
-        const BYTE* const row = pixels.data() + y * RowBytes();
-        for (std::size_t x = 0; x < width; ++x) {
-            if (std::memcmp(row + 3 * x, pixels.data(), 3) != 0) {
-                return false;
-            }
-        }
-    }
-    return true;
-}
 
 Picture TakePicture(HWND window) {
     RECT client{};
@@ -101,30 +67,6 @@ Picture TakePicture(HWND window) {
     const auto* const first = static_cast<const BYTE*>(bits);
     picture.pixels.assign(first, first + picture.RowBytes() * picture.height);
     return picture;
-}
-
-void WritePng(const Picture& picture, const std::wstring& file) {
-    ComPtr<IWICImagingFactory> factory;
-    Check(::CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IWICImagingFactory),
-                             reinterpret_cast<void**>(factory.GetAddressOf())),
-          "the system's imaging component is not there");
-    ComPtr<IWICBitmapEncoder> encoder;
-    Check(factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.GetAddressOf()), "cannot write PNG");
-    const ComPtr<IWICBitmapFrameEncode> frame = OpenPng(factory.Get(), encoder.Get(), file);
-
-    const std::string failed = "cannot write \"" + ToUtf8(file) + "\"";
-    WICPixelFormatGUID format = GUID_WICPixelFormat24bppBGR;
-    Check(frame->SetSize(picture.width, picture.height), failed);
-    Check(frame->SetPixelFormat(&format), failed);
-    if (format != GUID_WICPixelFormat24bppBGR) {
-        throw CallError(failed, WINCODEC_ERR_UNSUPPORTEDPIXELFORMAT);
-    }
-    std::vector<BYTE> pixels = picture.pixels;  // the encoder's parameter is not const
-    Check(frame->WritePixels(picture.height, static_cast<UINT>(picture.RowBytes()), static_cast<UINT>(pixels.size()),
-                             pixels.data()),
-          failed);
-    Check(frame->Commit(), failed);
-    Check(encoder->Commit(), failed);
 }
 
 }  // namespace kolmctl

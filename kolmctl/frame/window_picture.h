@@ -1,29 +1,13 @@
 #pragma once
 /// @file  Pictures of windows.
 
-#include <cstddef>
-#include <string>
-#include <vector>
-
 #include <windows.h>
+
+#include "picture.h"
 
 namespace kolmctl {
 
-/// A 24-bit BGR picture, top row first, each row filled up to a multiple of 4 bytes.
-struct Picture {
-    UINT width = 0;
-    UINT height = 0;
-    std::vector<BYTE> pixels;
-
-    [[nodiscard]] std::size_t RowBytes() const { return (std::size_t{width} * 3 + 3) / 4 * 4; }
-    /// Whether all pixels are the same, as in a picture of a window that is not painted.
-    [[nodiscard]] bool IsBlank() const;
-};
-
 /// Takes a picture of a window's client area with everything in it, as it is painted now. @throws CallError
 [[nodiscard]] Picture TakePicture(HWND window);
-
-/// Writes a picture as PNG; an existing file is replaced. @throws CallError
-void WritePng(const Picture& picture, const std::wstring& file);
 
 }  // namespace kolmctl

@@ -338,7 +338,7 @@ TEST_F(SystemFrame, shows_the_page) {
     EXPECT_FALSE(picture->IsBlank());
     // For whoever wants to look at it: the page as the system's frame shows it.
     if (const char* const file = std::getenv("KOLM_TEST_PICTURE"); file != nullptr) {
-        kolmctl::WritePng(*picture, std::filesystem::path(file).wstring());
+        kolmctl::WritePicture(*picture, kolmctl::PictureFile::png, std::filesystem::path(file).wstring());
     }
 }
 

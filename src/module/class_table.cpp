@@ -18,12 +18,6 @@
 namespace kolmfluxor {
 namespace {
 
-/// Creation function of a class that is not there yet.
-CUnknown* CreateNothing(IUnknown*, HRESULT* hr) {
-    *hr = E_NOTIMPL;
-    return nullptr;
-}
-
 constexpr CFactoryTemplate kClasses[] = {
     {.name = L"KolmFluxorPropertySet",
      .classId = &CLSID_KolmFluxorPropertySet,

@@ -17,20 +17,19 @@ namespace {
 struct ClassRow {
     const char* name;
     const CLSID& classId;
-    bool built;  ///< false: the class is not there yet, and its creation answers E_NOTIMPL
 };
 
 const ClassRow kClasses[] = {
-    {"CKolmFluxorPropertySet", CLSID_KolmFluxorPropertySet, true},
-    {"CKolmFluxorPage_Color", CLSID_KolmFluxorPage_Color, true},
-    {"CKolmFluxorPage_Trigger", CLSID_KolmFluxorPage_Trigger, true},
-    {"CKolmStillImage", CLSID_KolmStillImage, true},
-    {"CKolmFluxorPage_Info", CLSID_KolmFluxorPage_Info, true},
-    {"CKolmFluxorPage_Format", CLSID_KolmFluxorPage_Format, true},
-    {"CKolmFluxorPage_Exposure", CLSID_KolmFluxorPage_Exposure, true},
-    {"CKolmFluxorPage_DirectAccess", CLSID_KolmFluxorPage_DirectAccess, true},
-    {"CKolmFluxorPage_Smart01", CLSID_KolmFluxorPage_Smart01, true},
-    {"CKolmFluxorPage_Lut", CLSID_KolmFluxorPage_Lut, true},
+    {"CKolmFluxorPropertySet", CLSID_KolmFluxorPropertySet},
+    {"CKolmFluxorPage_Color", CLSID_KolmFluxorPage_Color},
+    {"CKolmFluxorPage_Trigger", CLSID_KolmFluxorPage_Trigger},
+    {"CKolmStillImage", CLSID_KolmStillImage},
+    {"CKolmFluxorPage_Info", CLSID_KolmFluxorPage_Info},
+    {"CKolmFluxorPage_Format", CLSID_KolmFluxorPage_Format},
+    {"CKolmFluxorPage_Exposure", CLSID_KolmFluxorPage_Exposure},
+    {"CKolmFluxorPage_DirectAccess", CLSID_KolmFluxorPage_DirectAccess},
+    {"CKolmFluxorPage_Smart01", CLSID_KolmFluxorPage_Smart01},
+    {"CKolmFluxorPage_Lut", CLSID_KolmFluxorPage_Lut},
 };
 
 class EntryPoints : public ::testing::Test {
@@ -53,13 +52,14 @@ TEST_F(EntryPoints, every_class_has_a_class_object) {
     }
 }
 
-TEST_F(EntryPoints, rows_without_a_class_yet_fail_with_E_NOTIMPL) {
+TEST_F(EntryPoints, every_class_can_be_created) {
     for (const ClassRow& row : kClasses) {
-        if (row.built) continue;
+        if (row.classId == CLSID_KolmFluxorPropertySet) continue;  // needs a filter around it
         SCOPED_TRACE(row.name);
-        auto* object = reinterpret_cast<IUnknown*>(0xDEADBEEF);
-        EXPECT_EQ(m_module.Create(row.classId, nullptr, IID_IUnknown, reinterpret_cast<void**>(&object)), E_NOTIMPL);
-        EXPECT_EQ(object, nullptr);
+        IUnknown* object = nullptr;
+        ASSERT_EQ(m_module.Create(row.classId, nullptr, IID_IUnknown, reinterpret_cast<void**>(&object)), S_OK);
+        EXPECT_EQ(m_module.CanUnloadNow(), S_FALSE);
+        EXPECT_EQ(object->Release(), 0u);
     }
 }
 

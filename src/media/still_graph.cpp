@@ -65,7 +65,7 @@ HRESULT CStillGraph::Grab(ISampleGrabberCB* callback) {
 }
 
 void CStillGraph::Release() noexcept {
-    // Not every system's grabber releases its callback when it ends.
+    // Should anybody keep the grabber, it keeps no callback: that counts for the object which owns this graph.
     if (m_grabs) std::ignore = m_grabber->SetCallback(nullptr, kCallBufferCb);
     m_grabs = false;
     m_config.Reset();

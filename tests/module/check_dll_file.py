@@ -82,7 +82,7 @@ def check_imports(pe):
         if library != DRIVER_LIBRARY and library not in WINDOWS_LIBRARIES:
             yield f"imports: {library} is not a library of Windows' own"
         for function in functions:
-            if function.name is None:
+            if function.import_by_ordinal:  # some libraries are given names for these
                 yield f"imports: {library} by ordinal {function.ordinal}"
     driver = {function.name for function in libraries.get(DRIVER_LIBRARY, [])}
     if driver != DRIVER_FUNCTIONS:

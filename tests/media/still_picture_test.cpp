@@ -8,6 +8,7 @@
 #include <climits>
 #include <initializer_list>
 #include <numeric>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -199,6 +200,23 @@ TEST_F(StillPicture, samples_outside_of_a_capture_are_dropped) {
     m_picture.Begin();
     m_picture.Deliver(late.data(), 6);
     EXPECT_EQ(m_picture.SizeBytes(), -1);
+}
+
+TEST_F(StillPicture, a_late_sample_does_not_end_the_next_ones_waiting) {
+    const Bytes sample = Counting(6);
+    ASSERT_EQ(Take("Y800", 3, 2, {sample}), S_OK);
+    m_picture.Deliver(sample.data(), 6);
+
+    m_picture.Begin();
+    m_picture.ExpectSample();
+    std::thread stream([&] {
+        ::Sleep(50);  // without a sample the picture waits
+        m_picture.Deliver(sample.data(), 6);
+    });
+    EXPECT_EQ(m_picture.Wait(), S_OK);
+    EXPECT_EQ(m_picture.Finish(), S_OK);
+    stream.join();
+    EXPECT_EQ(Picture(), sample);
 }
 
 TEST_F(StillPicture, dimensions_and_header_outlive_the_picture) {

@@ -24,7 +24,7 @@ struct CurvePoint {
 /// that is wider than the LUT repeats elements, a narrower one skips some.
 ///
 /// @return  nothing for an area without width, or when the camera reports no bits
-/// @throws std::out_of_range  when the camera's tables have more elements than this LUT
+/// @throws std::out_of_range  when a column's element lies beyond this LUT
 template <class Value>
 [[nodiscard]] std::vector<CurvePoint> LutCurve(std::span<const Value> values, const CurveArea& area,
                                                const LutInfo& info);

@@ -146,6 +146,7 @@ void CKolmFluxorPage_Lut::OnLoadCsv() {
     const Microsoft::WRL::ComPtr<IPropertyPage> alive(this);
     m_luts.SetValid(false);
     const char* const failure = LoadFromFile();
+    if (m_hwnd == nullptr) return;  // the frame has gone
     if (failure != nullptr) ::MessageBoxA(m_hwnd, failure, "LoadFromFile Error", MB_ICONEXCLAMATION);
     const bool loaded = failure == nullptr;
     m_toCamera.Enable(loaded);
@@ -155,15 +156,15 @@ void CKolmFluxorPage_Lut::OnLoadCsv() {
 }
 
 const char* CKolmFluxorPage_Lut::LoadFromFile() {
-    if (m_info.bitsPerValue == 0) return "parsing LUTs failed";  // no file can fit
     const std::string path = AskForFile(m_hwnd);
-    if (path.empty()) return "error opening file";
+    if (path.empty() || m_hwnd == nullptr) return "error opening file";
     m_loaded.Clear();
 
     const char* failure = "reading data failed";
     try {
         CCsvTable table;
         if (!table.Read(path.c_str())) return failure;
+        if (m_info.bitsPerValue == 0) return "parsing LUTs failed";  // no file can fit
         failure = "LUT elements count and found elements are not equal";
         if (!FitsCamera(table)) return failure;
         failure = "parsing LUTs failed";
@@ -199,6 +200,7 @@ void CKolmFluxorPage_Lut::DrawCurve() const try {
         m_luts.Type() == LutType::bits8
             ? LutCurve(std::span<const std::uint8_t>(m_luts.Get8BitLUT(loaded).values), area, m_info)
             : LutCurve(std::span<const std::uint16_t>(m_luts.Get16BitLUT(loaded).values), area, m_info);
+    if (corners.empty()) return;
     std::vector<POINT> points;
     for (const CurvePoint& corner : corners)
         points.push_back({corner.x, corner.y});

@@ -98,7 +98,8 @@ void KeepPicture(const PropertyFrame& frame) {
     const char* const file = std::getenv("KOLM_TEST_PICTURE");
     if (file == nullptr) return;
     ::RedrawWindow(frame.Window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_UPDATENOW | RDW_ALLCHILDREN);
-    kolmctl::WritePng(kolmctl::TakePicture(frame.Window()), std::filesystem::path(file).wstring());
+    kolmctl::WritePicture(kolmctl::TakePicture(frame.Window()), kolmctl::PictureFile::png,
+                          std::filesystem::path(file).wstring());
 }
 
 TEST_F(LutJourney, a_file_loaded_and_uploaded_on_the_page_shows_in_the_next_picture) {

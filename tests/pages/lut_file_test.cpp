@@ -5,6 +5,7 @@
 
 #include "module/scripted_registers.h"
 #include "pages/lut_page_fixture.h"
+#include "support/control_window.h"
 
 namespace kolmfluxor::test {
 namespace {
@@ -160,6 +161,36 @@ TEST_F(LutFile, a_loaded_set_survives_deactivation) {
     EXPECT_EQ(page->Selected(kLoaded), "Z") << "LUT 0 again";
     EXPECT_TRUE(page->IsEnabled(kToCamera));
     EXPECT_TRUE(page->IsEnabled(kLoaded));
+    EXPECT_FALSE(page->IsEnabled(kPicture)) << "only a load enables it";
+}
+
+TEST_F(LutFile, a_loaded_set_is_not_offered_while_the_camera_cannot_be_read) {
+    for (const ULONG failing : {kLutControlId, kLutBitsId}) {
+        Renew(L"color");
+        Tell(2, 8);
+        const auto page = Open();
+        ASSERT_EQ(Load(*page, "In,Z,A\n0,1,2\n1,2,3\n"), Messages{});
+        Camera().AddFault({.nth = 0, .id = failing, .action = kolmsim::SimFaultAction::fail, .code = E_FAIL});
+
+        page->Reactivate();
+
+        EXPECT_EQ(page->Entries(kLoaded), Texts{}) << failing;
+        for (const int id : {kToCamera, kLoaded, kPicture, kLoad})
+            EXPECT_FALSE(page->IsEnabled(id)) << id;
+    }
+}
+
+TEST_F(LutFile, a_list_that_takes_no_entry_fails_the_load) {
+    Tell(2, 8);
+    const auto page = Open();
+    {
+        const CRefusingControl refusing(page->Control(kLoaded), CB_ADDSTRING, CB_ERR);
+        EXPECT_EQ(Load(*page, "In,Z,A\n0,1,2\n1,2,3\n"), Said("parsing LUTs failed"));
+    }
+    for (const int id : {kToCamera, kLoaded, kPicture})
+        EXPECT_FALSE(page->IsEnabled(id)) << id;
+    page->Reactivate();
+    EXPECT_EQ(page->Entries(kLoaded), Texts{}) << "the set is not valid";
 }
 
 TEST_F(LutFile, a_single_loaded_LUT_survives_with_its_combo_disabled) {

@@ -151,6 +151,14 @@ TEST_F(LutPage, takes_another_success_code_for_a_failure) {
     EXPECT_EQ(m_opening, Wire{Get(kLutControlId)});
 }
 
+TEST_F(LutPage, takes_another_success_code_of_the_bits_for_a_failure) {
+    Object().Patch(kLutBitsId, 24, 8, S_FALSE);
+    const auto page = Open();
+    for (const ControlRow& row : kControls)
+        EXPECT_FALSE(page->IsEnabled(row.id)) << row.id;
+    EXPECT_EQ(page->Entries(kNumber), Texts{});
+}
+
 TEST_F(LutPage, stays_disabled_when_the_bits_per_value_cannot_be_read) {
     Camera().AddFault({.nth = 0, .id = kLutBitsId, .action = kolmsim::SimFaultAction::fail, .code = E_FAIL});
     const auto page = Open();
@@ -234,6 +242,44 @@ TEST_F(LutPage, without_a_selected_LUT_nothing_is_sent) {
     page->Notify(kToCamera, BN_CLICKED);
 
     EXPECT_EQ(Object().Sent(), Wire{});
+}
+
+TEST_F(LutPage, a_loaded_LUT_without_a_number_for_it_is_not_sent) {
+    Tell(4, 8);
+    TellNumbers(4, 4);
+    const auto page = Open();
+    ASSERT_EQ(Load(*page, "In,A\n0,1\n1,2\n2,3\n3,4\n"), std::vector<SeenMessage>{});
+    ASSERT_TRUE(page->IsEnabled(kToCamera));
+    ASSERT_EQ(page->Selected(kNumber), "");
+    Object().Forget();
+
+    page->Notify(kToCamera, BN_CLICKED);
+
+    EXPECT_EQ(Object().Sent(), Wire{});
+}
+
+TEST_F(LutPage, groups_hold_their_controls_in_the_agreed_places) {
+    const auto page = Open();
+    const auto place = [&](int id) {
+        RECT area{};
+        ::GetWindowRect(page->Control(id), &area);
+        return area;
+    };
+    const auto holds = [&](int group, int id) {
+        const RECT outer = place(group);
+        const RECT inner = place(id);
+        return inner.left >= outer.left && inner.right <= outer.right && inner.top >= outer.top &&
+               inner.bottom <= outer.bottom;
+    };
+    for (const int id : {kEnable, kNumber})
+        EXPECT_TRUE(holds(kControlGroup, id)) << id;
+    for (const int id : {kLoad, kLoaded, kToCamera, kPicture})
+        EXPECT_TRUE(holds(kEditorGroup, id)) << id;
+    EXPECT_LE(place(kControlGroup).bottom, place(kEditorGroup).top);
+    for (const int id : {kLoad, kLoaded, kToCamera})
+        EXPECT_LT(place(id).right, place(kPicture).left) << id;
+    EXPECT_LE(place(kLoad).bottom, place(kLoaded).top);
+    EXPECT_LE(place(kLoaded).bottom, place(kToCamera).top);
 }
 
 TEST_F(LutPage, other_notifications_send_nothing) {

@@ -32,6 +32,14 @@ TEST(LutCurve, heights_are_truncated) {
     // 100 x 1 / 255 is 0.39: the curve is at 99.6.
     EXPECT_EQ(Curve({1}, {0, 0, 1, 100}, Info(1, 8))[1], (CurvePoint{0, 99}));
     EXPECT_EQ(Curve({255}, {0, 0, 1, 100}, Info(1, 8))[1], (CurvePoint{0, 0}));
+    // 10 - 10 x 4 / 3 is -3.33: toward zero.
+    EXPECT_EQ(Curve({4}, {0, 0, 1, 10}, Info(1, 2))[1], (CurvePoint{0, -3}));
+}
+
+TEST(LutCurve, steps_between_elements_are_no_whole_numbers) {
+    // 5 elements on 3 columns: 0, 1.67 and 3.33.
+    EXPECT_EQ(Curve({0, 51, 255, 102, 255}, {0, 0, 3, 10}, Info(5, 8)),
+              (Corners{{0, 10}, {0, 10}, {1, 8}, {2, 6}, {2, 10}}));
 }
 
 TEST(LutCurve, a_value_above_the_bits_goes_beyond_the_area) {

@@ -12,16 +12,18 @@
 /// if (still->SelectDeviceByIndex(0) == S_OK && still->Capture() == S_OK && still->GetBufferSize(&bytes) == S_OK) {
 ///     std::vector<BYTE> pixels(static_cast<std::size_t>(bytes));
 ///     still->GetBuffer(pixels.data());
-///     still->GetBitmapInfoHeader(&header);  // header and pixels are what SetDIBitsToDevice or a BMP file takes
+///     // Rows are not padded; where the width is no multiple of 4, a BMP file needs that. They are bottom-up whatever
+///     // the sign of the header's height.
+///     still->GetBitmapInfoHeader(&header);
 /// }
 /// ```
 ///
 /// The order of the methods is a binary contract; slots 0 to 2 are those of `IUnknown`, so the first method here is
 /// slot 3. Rules that hold for every method:
-/// - The result is an `HRESULT`. A null output, name or caption gives `E_POINTER` before anything is done. What
-/// DirectShow
-///   and the device answer is passed through unchanged. Treat any non-zero result, `S_FALSE` too, as a failure.
-/// - Names pass through the thread's ANSI code page; characters that it lacks become others.
+/// - The result is an `HRESULT`. A null output, device name or caption gives `E_POINTER` before anything is done.
+///   What DirectShow and the device answer is passed through unchanged. Treat any non-zero result, `S_FALSE` too, as a
+///   failure.
+/// - Wide names pass through the thread's ANSI code page; characters that it lacks become others.
 /// - An object is for one caller at a time: calls from several threads must not overlap. Different objects are
 ///   independent of each other.
 
@@ -58,15 +60,14 @@ IKolmStillImage : public IUnknown {
     /// not padded. All other formats stay as the device delivers them.
     ///
     /// A failure before the device's stream is set up keeps the picture taken before; a later one leaves none.
-    /// @return  `S_OK`; -1 when the device's format cannot be read once the graph is built; `E_POINTER` without a
-    /// device;
-    ///          `E_FAIL` when all that the device delivered was unusable; `E_OUTOFMEMORY`; else the code of the call
-    ///          that failed
+    /// @return  `S_OK`; -1 when the device's format cannot be read again just before the picture; `E_POINTER` without a
+    ///          device; `E_FAIL` when all that the device delivered was unusable; `E_OUTOFMEMORY`; else the code of the
+    ///          call that failed
     virtual HRESULT STDMETHODCALLTYPE Capture() = 0;
     /// Slot 8. Dimensions recorded at the last capture, in pixels; -1 before the first. The height is that of the
     /// bitmap header, negative for a device that says it delivers top-down.
     virtual HRESULT STDMETHODCALLTYPE GetImageSize(LONG * width, LONG * height) = 0;
-    /// Slot 9. Header of the last picture; biSizeImage is the size that `GetBufferSize` tells.
+    /// Slot 9. Header of the last capture whose format had one; biSizeImage is the size that `GetBufferSize` tells.
     virtual HRESULT STDMETHODCALLTYPE GetBitmapInfoHeader(BITMAPINFOHEADER * header) = 0;
     /// Slot 10. The same header, followed by one color entry of zeros.
     virtual HRESULT STDMETHODCALLTYPE GetBitmapInfo(BITMAPINFO * info) = 0;

@@ -74,10 +74,18 @@ ProcessOutcome RunProcess(const std::wstring& program, const std::vector<std::ws
     startup.hStdOutput = out.get();
     startup.hStdError = err.get();
     PROCESS_INFORMATION started{};
-    if (!::CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                          &started)) {
-        throw std::runtime_error("RunProcess: the program could not be started: error " +
-                                 std::to_string(::GetLastError()));
+    const auto start = [&] {
+        return ::CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                                &startup, &started) != FALSE
+                   ? DWORD{ERROR_SUCCESS}
+                   : ::GetLastError();
+    };
+    // Once in some thousand starts a process of Wine dies before its program begins, which is this error.
+    DWORD error = start();
+    for (int again = 0; again < 2 && error == ERROR_INTERNAL_ERROR; ++again)
+        error = start();
+    if (error != ERROR_SUCCESS) {
+        throw std::runtime_error("RunProcess: the program could not be started: error " + std::to_string(error));
     }
     const UniqueHandle process(started.hProcess);
     const UniqueHandle thread(started.hThread);

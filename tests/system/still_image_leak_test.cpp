@@ -166,7 +166,8 @@ TEST_F(StillLeaks, objects_that_took_a_picture_are_released_without_a_trace) {
 
     const Growth objects = GrowthOf(25, cycle);
     EXPECT_LE(objects.handles, system.handles + 5);
-    EXPECT_LE(objects.bytesEach, system.bytesEach + 60'000);
+    // A sample of 640 x 480 bytes is the least that a picture could leave; the heap's own noise was seen up to 90,000.
+    EXPECT_LE(objects.bytesEach, system.bytesEach + 640 * 480 / 2);
 
     EXPECT_LE(Threads(), threads + 1);
 }

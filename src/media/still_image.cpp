@@ -108,6 +108,7 @@ HRESULT CKolmStillImage::GetBuffer(BYTE* buffer) {
 HRESULT CKolmStillImage::ShowDevicePropertyPages(HWND parent, const wchar_t* caption) {
     if (caption == nullptr) return E_POINTER;
     if (m_device.Filter() == nullptr) return E_FAIL;
+    const Microsoft::WRL::ComPtr<IUnknown> held(Owner());  // the host may release it while the frame is open
     return AtBoundary([&] {
         return ShowPropertyFrame(*m_device.Filter(), parent != nullptr ? parent : ::GetDesktopWindow(), caption);
     });
@@ -116,6 +117,7 @@ HRESULT CKolmStillImage::ShowDevicePropertyPages(HWND parent, const wchar_t* cap
 HRESULT CKolmStillImage::ShowStreamPropertyPages(HWND parent, const wchar_t* caption) {
     if (caption == nullptr) return E_POINTER;
     if (m_device.Filter() == nullptr) return E_FAIL;
+    const Microsoft::WRL::ComPtr<IUnknown> held(Owner());
     return AtBoundary([&] {
         const ScopeExit end([&] { m_graph.Release(); });
         return InTurn([&] { return m_graph.Build(m_device.Filter()); }, [&] { return m_graph.FindConfig(); },

@@ -28,13 +28,7 @@ protected:
         m_devices->devices.push_back({.displayName = L"path", .friendlyName = L"camera", .filter = Device().Filter()});
         Device().formats = {FixedMode(3, 2, FourCc("Y800"), 8, 5)};
         m_graph->samples = {{1, 2, 3, 4, 5, 6}, {7, 8, 9, 10, 11, 12}};
-
-        HRESULT hr = S_OK;
-        CUnknown* const object = CKolmStillImage::CreateInstance(nullptr, &hr);
-        EXPECT_EQ(hr, S_OK);
-        EXPECT_EQ(object->Inner()->QueryInterface(__uuidof(IKolmStillImage),
-                                                  reinterpret_cast<void**>(m_still.GetAddressOf())),
-                  S_OK);
+        m_still = NewStillImage();
     }
     ~StillFixture() override {
         m_still.Reset();
@@ -42,6 +36,17 @@ protected:
         m_graph.reset();
         m_devices.reset();
         ::CoUninitialize();
+    }
+
+    static Microsoft::WRL::ComPtr<IKolmStillImage> NewStillImage() {
+        HRESULT hr = S_OK;
+        CUnknown* const object = CKolmStillImage::CreateInstance(nullptr, &hr);
+        EXPECT_EQ(hr, S_OK);
+        Microsoft::WRL::ComPtr<IKolmStillImage> still;
+        EXPECT_EQ(
+            object->Inner()->QueryInterface(__uuidof(IKolmStillImage), reinterpret_cast<void**>(still.GetAddressOf())),
+            S_OK);
+        return still;
     }
 
     CScriptedFilter& Device() { return m_graph->device; }

@@ -1,5 +1,7 @@
 /// @file  The property frames of a still-image object: what they are opened with, and what fails before.
 
+#include <functional>
+
 #include <olectl.h>
 
 #include "media/still_fixture.h"
@@ -27,6 +29,7 @@ struct Frame {
     IUnknown* object = nullptr;
     std::vector<GUID> pages;
     HRESULT result = S_OK;
+    std::function<void()> meanwhile;  ///< what the host does while the frame is open
 };
 Frame g_frame;
 
@@ -35,7 +38,9 @@ HRESULT STDAPICALLTYPE OpenFrame(HWND owner, UINT x, UINT y, LPCOLESTR caption, 
     EXPECT_EQ(objects, 1u);
     EXPECT_EQ(locale, 0u);
     EXPECT_TRUE(reserved == 0 && alsoReserved == nullptr);
-    g_frame = {g_frame.calls + 1, owner, x, y, caption, *object, {pageIds, pageIds + pages}, g_frame.result};
+    g_frame = {g_frame.calls + 1, owner, x, y, caption, *object, {pageIds, pageIds + pages}, g_frame.result,
+               g_frame.meanwhile};
+    if (g_frame.meanwhile) g_frame.meanwhile();
     return g_frame.result;
 }
 
@@ -166,6 +171,36 @@ TEST_F(StillPages, without_a_device_there_are_none) {
     EXPECT_EQ(m_still->ShowDevicePropertyPages(nullptr, L""), E_FAIL);
     EXPECT_EQ(m_still->ShowStreamPropertyPages(nullptr, L""), E_FAIL);
     EXPECT_TRUE(m_graph->calls.empty());
+}
+
+TEST_F(StillPages, keep_what_they_show_when_the_host_closes_and_releases_all_meanwhile) {
+    OfferPages();
+    using Show = HRESULT (STDMETHODCALLTYPE IKolmStillImage::*)(HWND, const wchar_t*);
+    for (const Show show : {&IKolmStillImage::ShowDevicePropertyPages, &IKolmStillImage::ShowStreamPropertyPages}) {
+        const bool isStream = show == Show{&IKolmStillImage::ShowStreamPropertyPages};
+        SCOPED_TRACE(isStream ? "stream" : "device");
+        m_still = NewStillImage();
+        Select();
+        g_frame.calls = 0;
+        g_frame.meanwhile = [&] {
+            EXPECT_EQ(m_still->Close(), S_OK);
+            EXPECT_GT(m_still.Reset(), 0u) << "the host's last reference, but the frame is open";
+            EXPECT_EQ(CBaseObject::ObjectsActive(), 1);
+
+            EXPECT_GT(isStream ? m_graph->references : Device().references.filter, 0u) << "the object shown has gone";
+            Microsoft::WRL::ComPtr<ISpecifyPropertyPages> pages;
+            EXPECT_EQ(g_frame.object->QueryInterface(IID_PPV_ARGS(&pages)), S_OK);
+        };
+        IKolmStillImage* const still = m_still.Get();
+
+        EXPECT_EQ((still->*show)(nullptr, L""), S_OK);
+
+        EXPECT_EQ(g_frame.calls, 1);
+        EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
+        EXPECT_EQ(m_graph->references, 0u);
+        EXPECT_EQ(Device().references.filter, 0u);
+        EXPECT_EQ(m_pages.references, 0u);
+    }
 }
 
 TEST_F(StillPages, showing_them_keeps_the_picture) {

@@ -63,7 +63,8 @@ HRESULT CStillDevice::Select(const Test& wanted) {
     ComPtr<IMoniker> moniker;
     for (ULONG position = 0;; ++position) {
         hr = monikers->Next(1, moniker.ReleaseAndGetAddressOf(), nullptr);
-        if (hr != S_OK || moniker == nullptr) return hr;
+        if (hr != S_OK) return hr;
+        if (moniker == nullptr) return E_UNEXPECTED;
         std::optional<std::string> displayName = ReadDisplayName(*moniker.Get());
         if (!displayName) continue;
         m_displayName = std::move(*displayName);

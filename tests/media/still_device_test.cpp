@@ -65,6 +65,18 @@ TEST_F(StillDevice, nothing_that_matches_gives_the_enumerations_last_result_and_
     }
 }
 
+TEST_F(StillDevice, an_enumeration_that_promises_a_device_and_gives_none_is_unexpected) {
+    ASSERT_EQ(m_still->SelectDeviceByIndex(1), S_OK);
+    m_devices->end = S_OK;
+    EXPECT_EQ(m_still->SelectDeviceByName(L"third"), E_UNEXPECTED);
+    EXPECT_EQ(m_still->SelectDeviceByIndex(3), E_UNEXPECTED);
+    EXPECT_EQ(Selected(), 1);
+    EXPECT_EQ(Path(), L"path 2") << "the last one that there was";
+    m_devices->devices.clear();
+    EXPECT_EQ(m_still->SelectDeviceByIndex(0), E_UNEXPECTED);
+    EXPECT_EQ(Selected(), 1);
+}
+
 TEST_F(StillDevice, failures_of_the_enumeration_are_passed_through_and_change_nothing) {
     ASSERT_EQ(m_still->SelectDeviceByIndex(1), S_OK);
     m_devices->create = E_ACCESSDENIED;

@@ -38,7 +38,7 @@ public:
     HRESULT create = S_OK;      ///< of the enumerator's class
     HRESULT enumerate = S_OK;   ///< of CreateClassEnumerator
     bool givesNothing = false;  ///< CreateClassEnumerator gives no enumerator
-    HRESULT end = S_FALSE;      ///< of Next behind the last device
+    HRESULT end = S_FALSE;      ///< of Next behind the last device, which gives none whatever it says
 
     // What was seen
     std::vector<std::string> calls;

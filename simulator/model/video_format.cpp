@@ -53,7 +53,9 @@ VideoFormat FormatOf(const FixedMode& mode, std::uint32_t rate) {
             .frameTime = kRateFrameTimes[rate]};
 }
 
-/// The rate of a mode whose frame time is nearest; no frame time is as near to two of them.
+/// The rate of a mode whose frame time is nearest, however far that is; no frame time is as near to two of them.
+///
+/// @param frameTime  not negative
 std::uint32_t NearestRate(const FixedMode& mode, std::int64_t frameTime) {
     const auto distance = [&](std::uint32_t rate) {
         const std::int64_t apart = kRateFrameTimes[rate] - frameTime;
@@ -123,8 +125,7 @@ Resolved ResolveFixed(const CameraState& state, const VideoFormat& wanted) {
     }
     const OfferedFormat offer = Offer(*fixed);
     const std::int64_t time = wanted.frameTime != 0 ? wanted.frameTime : offer.usual.frameTime;
-    if (!offer.usual.SameLayout(wanted) || wanted.left != 0 || wanted.top != 0 ||
-        time < offer.limits.shortestFrameTime || time > offer.limits.longestFrameTime) {
+    if (!offer.usual.SameLayout(wanted) || wanted.left != 0 || wanted.top != 0 || time < 0) {
         return resolved;
     }
     resolved.status = Status::ok;

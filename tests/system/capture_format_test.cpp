@@ -4,6 +4,7 @@
 #include <set>
 #include <string>
 #include <tuple>
+#include <utility>
 
 #include "system/capture_filter_fixture.h"  // first: the platform headers below need its windows.h
 
@@ -125,8 +126,6 @@ TEST_F(CaptureFormat, what_the_camera_cannot_do_is_refused_and_changes_nothing) 
     refuse("lowest height", fixed, [](CPinType& t) { t.Bitmap().biHeight = LONG_MIN; });
     refuse("mode 0", fixed, [](CPinType& t) { t.Video().dwBitErrorRate = 0x0001; });
     refuse("format 3", fixed, [](CPinType& t) { t.Video().dwBitErrorRate = 0x0305; });
-    refuse("too fast", fixed, [](CPinType& t) { t.Video().AvgTimePerFrame = 166'665; });
-    refuse("too slow", fixed, [](CPinType& t) { t.Video().AvgTimePerFrame = 5'333'334; });
     refuse("negative time", fixed, [](CPinType& t) { t.Video().AvgTimePerFrame = -1; });
     refuse("a part of a fixed mode", fixed, [](CPinType& t) { t.Video().rcSource = {0, 0, 320, 240}; });
     refuse("position unit", scalable, [](CPinType& t) { t.SetArea(2, 0, 320, 240); });
@@ -141,6 +140,19 @@ TEST_F(CaptureFormat, what_the_camera_cannot_do_is_refused_and_changes_nothing) 
     refuse("upside down", scalable, [](CPinType& t) { t.Video().rcSource = {0, 480, 640, 0}; });
     refuse("too slow", scalable, [](CPinType& t) { t.Video().AvgTimePerFrame = 5'333'334; });
     EXPECT_EQ(m_config->SetFormat(nullptr), E_POINTER);
+}
+
+TEST_F(CaptureFormat, a_rate_that_a_fixed_mode_lacks_becomes_its_nearest) {
+    Open();
+    CPinType fixed = CapabilityOf(m_config.Get(), 0x102, 8).type;  // 7.5 to 60 frames per second
+    constexpr std::pair<REFERENCE_TIME, REFERENCE_TIME> kTimes[] = {
+        {2'666'666, 1'333'333}, {5'333'334, 1'333'333}, {600'000, 666'666}, {166'665, 166'666}, {1, 166'666}};
+    for (const auto& [asked, given] : kTimes) {
+        fixed.Video().AvgTimePerFrame = asked;
+        EXPECT_EQ(Pin()->QueryAccept(fixed.Type()), S_OK) << asked;
+        EXPECT_EQ(m_config->SetFormat(fixed.Type()), S_OK) << asked;
+        EXPECT_EQ(PresentType(m_config.Get()).Video().AvgTimePerFrame, given) << asked;
+    }
 }
 
 TEST_F(CaptureFormat, an_area_is_taken_through_the_property_set_and_refused_without_its_switch) {

@@ -59,21 +59,15 @@ protected:
     void ExpectExactPictureOfEveryFormat() {
         const auto capabilities = Capabilities(Config().Get());
         EXPECT_GT(capabilities.size(), 10u);
-        std::size_t refused = 0;
+        std::size_t slowest = 0;  // modes that do not go as slowly as a still picture asks for
         for (std::size_t i = 0; i < capabilities.size(); ++i) {
             CPinType type = capabilities[i].type;
             SCOPED_TRACE(::testing::Message() << "format " << i << ", " << std::hex << type.Video().dwBitErrorRate
                                               << ", fourcc " << type.Bitmap().biCompression);
-            if (capabilities[i].caps.MaxFrameInterval < kFrameTime) {
-                // The camera refuses to go that slowly in this mode, and says so.
-                ASSERT_EQ(Config()->SetFormat(type.Type()), S_OK);
-                EXPECT_EQ(m_still->Capture(), VFW_E_INVALIDMEDIATYPE);
-                ++refused;
-            } else {
-                ExpectExactPicture(type);
-            }
+            slowest += capabilities[i].caps.MaxFrameInterval < kFrameTime ? 1u : 0u;
+            ExpectExactPicture(type);
         }
-        EXPECT_LT(refused, 4u);
+        EXPECT_GT(slowest, 0u);
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <optional>
 #include <set>
 #include <tuple>
@@ -157,6 +158,28 @@ TEST_F(SimVideoFormat, a_frame_time_becomes_the_nearest_rate) {
     EXPECT_EQ(rateFor(0), 333'333) << "the usual one";
 }
 
+TEST_F(SimVideoFormat, a_frame_time_outside_of_all_rates_becomes_the_quickest_or_slowest) {
+    for (const OfferedFormat& offer : Offers()) {
+        if (offer.limits.scalable) {
+            continue;
+        }
+        SCOPED_TRACE(::testing::Message() << "format " << offer.usual.format << ", mode " << offer.usual.mode);
+        const std::int64_t shortest = offer.limits.shortestFrameTime;
+        const std::int64_t longest = offer.limits.longestFrameTime;
+        VideoFormat format = offer.usual;
+        for (const std::int64_t time : {std::int64_t{1}, shortest - 1}) {
+            format.frameTime = time;
+            EXPECT_EQ(Apply(format), Status::ok);
+            EXPECT_EQ(Current().frameTime, shortest);
+        }
+        for (const std::int64_t time : {longest + 1, std::numeric_limits<std::int64_t>::max()}) {
+            format.frameTime = time;
+            EXPECT_EQ(Apply(format), Status::ok);
+            EXPECT_EQ(Current().frameTime, longest);
+        }
+    }
+}
+
 TEST_F(SimVideoFormat, an_area_shows_in_registers_and_properties) {
     SwitchGeometry(1);
     VideoFormat wanted = Scalable(16, 8, 320, 240);
@@ -240,8 +263,8 @@ TEST_F(SimVideoFormat, what_is_not_offered_is_refused_and_changes_nothing) {
     add(fixed, [](VideoFormat& f) { f.colorCoding = kYuv422; });
     add(fixed, [](VideoFormat& f) { f.width = 320; });
     add(fixed, [](VideoFormat& f) { f.left = 4; });
-    add(fixed, [](VideoFormat& f) { f.frameTime = 166'665; });
-    add(fixed, [](VideoFormat& f) { f.frameTime = 5'333'334; });
+    add(fixed, [](VideoFormat& f) { f.frameTime = -1; });
+    add(fixed, [](VideoFormat& f) { f.frameTime = std::numeric_limits<std::int64_t>::min(); });
     const CameraState before = *m_state;
     for (std::size_t i = 0; i < refused.size(); ++i) {
         VideoFormat wanted = refused[i];

@@ -34,12 +34,13 @@ constexpr std::size_t kStreamBytes = std::size_t{256} << 20;
 
 struct Format {
     const char* name;
-    void (*convert)(const PixelRows&, const std::uint8_t*, std::uint8_t*, int, int);
+    std::size_t bytes;  ///< of each pixel
+    void (*convert)(const PixelRows&, std::span<const std::uint8_t>, std::uint8_t*, int, int);
     Converter (*Peer::*peer)(int, int);
 };
 constexpr Format kFormats[] = {
-    {"UYVY", ConvertUyvyToBgr24, &Peer::uyvy},
-    {"Mono8", ConvertMono8ToBgr24, &Peer::mono8},
+    {"UYVY", 2, ConvertUyvyToBgr24, &Peer::uyvy},
+    {"Mono8", 1, ConvertMono8ToBgr24, &Peer::mono8},
 };
 
 struct Picture {
@@ -53,7 +54,8 @@ std::vector<std::pair<std::string, Converter>> Ways(const Format& format, const 
     for (std::size_t i = AvailablePixelRows().size(); i-- > 0;) {
         const PixelRows& rows = *AvailablePixelRows()[i];
         ways.emplace_back(rows.name, [&](const std::uint8_t* source, std::uint8_t* destination) {
-            format.convert(rows, source, destination, size.width, size.height);
+            const auto pixels = static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height);
+            format.convert(rows, {source, pixels * format.bytes}, destination, size.width, size.height);
         });
     }
     for (const Peer& peer : Peers())

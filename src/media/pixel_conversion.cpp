@@ -13,8 +13,8 @@ constexpr std::size_t kBgrBytes = 3;
 constexpr std::size_t kUyvyBytes = 2;  // for each pixel
 constexpr std::size_t kGroupBytes = 2 * kUyvyBytes;
 
-bool IsEmpty(const std::uint8_t* source, const std::uint8_t* destination, int width, int height) {
-    return !source || !destination || width <= 0 || height <= 0;
+bool IsEmpty(std::span<const std::uint8_t> source, const std::uint8_t* destination, int width, int height) {
+    return source.empty() || !destination || width <= 0 || height <= 0;
 }
 
 /// One pixel of a group whose other pixel lies in another row.
@@ -26,16 +26,17 @@ void ConvertHalfGroup(const std::uint8_t* group, std::size_t which, std::uint8_t
 
 }  // namespace
 
-void ConvertMono8ToBgr24(const PixelRows& rows, const std::uint8_t* source, std::uint8_t* destination, int width,
-                         int height) {
+void ConvertMono8ToBgr24(const PixelRows& rows, std::span<const std::uint8_t> source, std::uint8_t* destination,
+                         int width, int height) {
     if (IsEmpty(source, destination, width, height)) return;
     const auto columns = static_cast<std::size_t>(width);
-    for (auto row = static_cast<std::size_t>(height); row-- > 0; source += columns)
-        rows.mono8(source, destination + row * columns * kBgrBytes, columns);
+    const std::uint8_t* in = source.data();
+    for (auto row = static_cast<std::size_t>(height); row-- > 0; in += columns)
+        rows.mono8(in, destination + row * columns * kBgrBytes, columns);
 }
 
-void ConvertUyvyToBgr24(const PixelRows& rows, const std::uint8_t* source, std::uint8_t* destination, int width,
-                        int height) {
+void ConvertUyvyToBgr24(const PixelRows& rows, std::span<const std::uint8_t> source, std::uint8_t* destination,
+                        int width, int height) {
     if (IsEmpty(source, destination, width, height)) return;
     const auto columns = static_cast<std::size_t>(width);
     const auto lines = static_cast<std::size_t>(height);
@@ -44,22 +45,24 @@ void ConvertUyvyToBgr24(const PixelRows& rows, const std::uint8_t* source, std::
         const std::size_t first = line * columns;  // counted in pixels from the start of the source
         const std::size_t begun = first % 2;       // the group of the first pixel has begun in the row before
         const std::size_t whole = (columns - begun) / 2 * 2;
-        const std::uint8_t* const groups = source + (first + begun) * kUyvyBytes;
+        const std::uint8_t* const groups = source.data() + (first + begun) * kUyvyBytes;
         if (begun != 0) {
             ConvertHalfGroup(groups - kGroupBytes, 1, out);
             out += kBgrBytes;
         }
         rows.uyvy(groups, out, whole);
-        const bool ends = line + 1 == lines;  // then a group that is begun here has no second half
-        if (begun + whole < columns && !ends) ConvertHalfGroup(groups + whole * kUyvyBytes, 0, out + whole * kBgrBytes);
+        // A group that begins in the last row may end behind the picture, or not at all.
+        const std::size_t ending = (first + begun + whole) * kUyvyBytes + kGroupBytes;
+        if (begun + whole < columns && ending <= source.size())
+            ConvertHalfGroup(groups + whole * kUyvyBytes, 0, out + whole * kBgrBytes);
     }
 }
 
-void ConvertMono8ToBgr24(const std::uint8_t* source, std::uint8_t* destination, int width, int height) {
+void ConvertMono8ToBgr24(std::span<const std::uint8_t> source, std::uint8_t* destination, int width, int height) {
     ConvertMono8ToBgr24(*AvailablePixelRows().back(), source, destination, width, height);
 }
 
-void ConvertUyvyToBgr24(const std::uint8_t* source, std::uint8_t* destination, int width, int height) {
+void ConvertUyvyToBgr24(std::span<const std::uint8_t> source, std::uint8_t* destination, int width, int height) {
     ConvertUyvyToBgr24(*AvailablePixelRows().back(), source, destination, width, height);
 }
 

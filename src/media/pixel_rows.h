@@ -28,9 +28,9 @@ extern const PixelRows kAvx512Rows;
 [[nodiscard]] std::span<const PixelRows* const> AvailablePixelRows();
 
 /// The conversions of pixel_conversion.h with a choice of instructions.
-void ConvertMono8ToBgr24(const PixelRows& rows, const std::uint8_t* source, std::uint8_t* destination, int width,
-                         int height);
-void ConvertUyvyToBgr24(const PixelRows& rows, const std::uint8_t* source, std::uint8_t* destination, int width,
-                        int height);
+void ConvertMono8ToBgr24(const PixelRows& rows, std::span<const std::uint8_t> source, std::uint8_t* destination,
+                         int width, int height);
+void ConvertUyvyToBgr24(const PixelRows& rows, std::span<const std::uint8_t> source, std::uint8_t* destination,
+                        int width, int height);
 
 }  // namespace kolmfluxor

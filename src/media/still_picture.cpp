@@ -110,7 +110,7 @@ void CStillPicture::Convert() {
     if (!isWhole) std::ranges::fill(m_spare, BYTE{0});
     // Compatibility: every picture counts as bottom-up, one with a negative height too. Callers flip those themselves.
     const auto convert = isMono ? ConvertMono8ToBgr24 : ConvertUyvyToBgr24;
-    convert(m_bytes.data(), m_spare.data(), m_width, static_cast<int>(rows));
+    convert(m_bytes, m_spare.data(), m_width, static_cast<int>(rows));
 
     m_bytes.swap(m_spare);
     m_sizeBytes = static_cast<LONG>(convertedBytes);

@@ -112,6 +112,14 @@ TEST_F(StillPicture, an_odd_count_of_UYVY_pixels_leaves_the_last_one_black) {
     EXPECT_EQ(Picture(), Bgr({0, 2, 1}));
 }
 
+TEST_F(StillPicture, an_odd_count_of_UYVY_pixels_in_whole_groups_is_converted_to_the_last_one) {
+    ASSERT_EQ(Take("UYVY", 2, 2, {Bytes(8, 0xAA)}), S_OK);  // leaves its bytes behind
+    ASSERT_EQ(Take("UYVY", 1, 3, {{128, 1, 128, 2, 128, 3, 128, 4}}), S_OK);
+    EXPECT_EQ(Picture(), Bgr({3, 2, 1, 0})) << "and what is no pixel of the picture is black";
+    ASSERT_EQ(Take("UYVY", 3, 1, {{128, 1, 128, 2, 128, 3, 128, 4, 9, 9, 9, 9}}), S_OK);
+    EXPECT_EQ(Picture(), Bgr({1, 2, 3, 0, 0, 0}));
+}
+
 TEST_F(StillPicture, top_down_headers_are_flipped_like_all_others) {
     ASSERT_EQ(Take("Y800", 3, -2, {Counting(6)}), S_OK);
     EXPECT_EQ(Picture(), Bgr({4, 5, 6, 1, 2, 3}));

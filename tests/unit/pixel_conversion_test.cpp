@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -17,7 +18,7 @@ TEST(PixelConversion, Mono8_gives_three_equal_bytes_and_the_first_row_last) {
     const Bytes source = {1, 2, 3, 4, 5, 255};
     Bytes destination(18, 0xDE);
 
-    ConvertMono8ToBgr24(source.data(), destination.data(), 2, 3);
+    ConvertMono8ToBgr24(source, destination.data(), 2, 3);
 
     EXPECT_THAT(destination, ElementsAre(5, 5, 5, 255, 255, 255, 3, 3, 3, 4, 4, 4, 1, 1, 1, 2, 2, 2));
 }
@@ -26,7 +27,7 @@ TEST(PixelConversion, Uyvy_without_chroma_gives_gray_pixels_and_the_first_row_la
     const Bytes source = {128, 10, 128, 20, 128, 30, 128, 255};
     Bytes destination(12, 0xDE);
 
-    ConvertUyvyToBgr24(source.data(), destination.data(), 2, 2);
+    ConvertUyvyToBgr24(source, destination.data(), 2, 2);
 
     EXPECT_THAT(destination, ElementsAre(30, 30, 30, 255, 255, 255, 10, 10, 10, 20, 20, 20));
 }
@@ -36,7 +37,7 @@ TEST(PixelConversion, Uyvy_stores_blue_green_red_and_clamps) {
     const Bytes source = {129, 100, 131, 254, 0, 100, 255, 100};
     Bytes destination(12, 0xDE);
 
-    ConvertUyvyToBgr24(source.data(), destination.data(), 4, 1);
+    ConvertUyvyToBgr24(source, destination.data(), 4, 1);
 
     EXPECT_THAT(destination, ElementsAre(101, 98, 104, 255, 252, 255, 0, 54, 255, 0, 54, 255));
 }
@@ -45,7 +46,7 @@ TEST(PixelConversion, Uyvy_of_an_odd_width_shares_a_group_between_rows) {
     const Bytes source = {128, 1, 128, 2, 128, 3, 128, 4, 128, 5, 128, 6};
     Bytes destination(18, 0xDE);
 
-    ConvertUyvyToBgr24(source.data(), destination.data(), 3, 2);
+    ConvertUyvyToBgr24(source, destination.data(), 3, 2);
 
     EXPECT_THAT(destination, ElementsAre(4, 4, 4, 5, 5, 5, 6, 6, 6, 1, 1, 1, 2, 2, 2, 3, 3, 3));
 }
@@ -54,9 +55,21 @@ TEST(PixelConversion, Uyvy_leaves_half_a_group_at_the_end_unconverted) {
     const Bytes source = {128, 1, 128, 2, 128, 3};
     Bytes destination(9, 0xDE);
 
-    ConvertUyvyToBgr24(source.data(), destination.data(), 1, 3);
+    ConvertUyvyToBgr24(source, destination.data(), 1, 3);
 
     EXPECT_THAT(destination, ElementsAre(0xDE, 0xDE, 0xDE, 2, 2, 2, 1, 1, 1));
+}
+
+TEST(PixelConversion, Uyvy_converts_the_first_of_a_group_that_ends_behind_the_picture) {
+    const Bytes source = {128, 1, 128, 2, 128, 3, 128, 4};
+    for (const std::size_t bytes : {6u, 7u, 8u}) {
+        Bytes destination(9, 0xDE);
+
+        ConvertUyvyToBgr24(std::span(source).first(bytes), destination.data(), 1, 3);
+
+        const std::uint8_t last = bytes == 8 ? 3 : 0xDE;
+        EXPECT_THAT(destination, ElementsAre(last, last, last, 2, 2, 2, 1, 1, 1)) << bytes;
+    }
 }
 
 TEST(PixelConversion, converts_nothing_without_pixels_or_buffers) {
@@ -64,13 +77,13 @@ TEST(PixelConversion, converts_nothing_without_pixels_or_buffers) {
     for (const auto convert : {ConvertMono8ToBgr24, ConvertUyvyToBgr24}) {
         Bytes destination(48, 0xDE);
 
-        convert(source.data(), destination.data(), 0, 2);
-        convert(source.data(), destination.data(), 2, 0);
-        convert(source.data(), destination.data(), -2, 2);
-        convert(source.data(), destination.data(), 2, -2);
-        convert(source.data(), destination.data(), -2, -2);
-        convert(nullptr, destination.data(), 2, 2);
-        convert(source.data(), nullptr, 2, 2);
+        convert(source, destination.data(), 0, 2);
+        convert(source, destination.data(), 2, 0);
+        convert(source, destination.data(), -2, 2);
+        convert(source, destination.data(), 2, -2);
+        convert(source, destination.data(), -2, -2);
+        convert({}, destination.data(), 2, 2);
+        convert(source, nullptr, 2, 2);
 
         EXPECT_THAT(destination, Each(0xDE));
     }

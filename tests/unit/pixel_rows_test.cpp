@@ -54,7 +54,7 @@ Bytes ModelMono8(const Bytes& source, std::size_t width, std::size_t height) {
 }
 
 Bytes ModelUyvy(const Bytes& source, std::size_t width, std::size_t height) {
-    return ModelPicture(width, height, width * height / 2 * 2, [&](std::size_t n) {
+    return ModelPicture(width, height, std::min(width * height, source.size() / 4 * 2), [&](std::size_t n) {
         const std::uint8_t* const group = source.data() + n / 2 * 4;
         return ModelPixel(group[n % 2 * 2 + 1], group[0], group[2]);
     });
@@ -63,7 +63,7 @@ Bytes ModelUyvy(const Bytes& source, std::size_t width, std::size_t height) {
 struct Conversion {
     const char* name;
     std::size_t sourceBytes;  // for each pixel
-    void (*convert)(const PixelRows&, const std::uint8_t*, std::uint8_t*, int, int);
+    void (*convert)(const PixelRows&, std::span<const std::uint8_t>, std::uint8_t*, int, int);
     Bytes (*model)(const Bytes& source, std::size_t width, std::size_t height);
 };
 constexpr Conversion kConversions[] = {
@@ -86,7 +86,7 @@ void ExpectConverted(const PixelRows& rows, const Conversion& conversion, std::s
     std::ranges::copy(bytes, source.begin());
     std::ranges::fill(around, kPoison);
 
-    conversion.convert(rows, source.data(), destination.data(), static_cast<int>(width), static_cast<int>(height));
+    conversion.convert(rows, source, destination.data(), static_cast<int>(width), static_cast<int>(height));
 
     const auto place =
         std::string(rows.name) + ", " + conversion.name + ", " + std::to_string(width) + " x " + std::to_string(height);
@@ -132,7 +132,7 @@ TEST(PixelRows, give_every_color_as_the_tables_say) {
         for (const PixelRows* rows : AvailablePixelRows()) {
             std::ranges::fill(destination, kPoison);
 
-            ConvertUyvyToBgr24(*rows, source.data(), destination.data(), kWidth, kRows);
+            ConvertUyvyToBgr24(*rows, source, destination.data(), kWidth, kRows);
 
             ASSERT_TRUE(destination == expected) << rows->name << ", U = " << u;
         }
@@ -142,18 +142,21 @@ TEST(PixelRows, give_every_color_as_the_tables_say) {
 TEST(PixelRows, of_any_width_touch_nothing_beside_them) {
     constexpr std::size_t kMaxWidth = 200;
     constexpr std::size_t kMaxHeight = 3;
-    const CGuardedBuffer sources(kMaxWidth * kMaxHeight * 2);
+    constexpr std::size_t kMaxExtra = 2;  // the rest of a last group
+    const CGuardedBuffer sources(kMaxWidth * kMaxHeight * 2 + kMaxExtra);
     const CGuardedBuffer destinations(kMaxWidth * kMaxHeight * 3);
     for (const PixelRows* rows : AvailablePixelRows()) {
         for (const Conversion& conversion : kConversions) {
             for (std::size_t width = 1; width <= kMaxWidth; ++width) {
                 for (std::size_t height = 1; height <= kMaxHeight; ++height) {
-                    const std::size_t from = width * height * conversion.sourceBytes;
-                    const std::size_t to = width * height * 3;
-                    for (const auto source : {sources.First(from), sources.Last(from)}) {
-                        for (const auto destination : {destinations.First(to), destinations.Last(to)}) {
-                            ASSERT_NO_FATAL_FAILURE(ExpectConverted(*rows, conversion, source, destination,
-                                                                    destinations.Bytes(), width, height));
+                    for (std::size_t extra = 0; extra <= width * height % 2 * kMaxExtra; ++extra) {
+                        const std::size_t from = width * height * conversion.sourceBytes + extra;
+                        const std::size_t to = width * height * 3;
+                        for (const auto source : {sources.First(from), sources.Last(from)}) {
+                            for (const auto destination : {destinations.First(to), destinations.Last(to)}) {
+                                ASSERT_NO_FATAL_FAILURE(ExpectConverted(*rows, conversion, source, destination,
+                                                                        destinations.Bytes(), width, height));
+                            }
                         }
                     }
                 }
@@ -187,11 +190,11 @@ TEST(PixelRows, of_the_public_functions_give_the_same) {
     const Bytes source = RandomBytes(kWidth * kHeight * 2);
     Bytes destination(kWidth * kHeight * 3, kPoison);
 
-    ConvertMono8ToBgr24(source.data(), destination.data(), kWidth, kHeight);
+    ConvertMono8ToBgr24(source, destination.data(), kWidth, kHeight);
     EXPECT_TRUE(destination == ModelMono8(source, kWidth, kHeight));
 
     std::ranges::fill(destination, kPoison);
-    ConvertUyvyToBgr24(source.data(), destination.data(), kWidth, kHeight);
+    ConvertUyvyToBgr24(source, destination.data(), kWidth, kHeight);
     EXPECT_TRUE(destination == ModelUyvy(source, kWidth, kHeight));
 }
 

@@ -20,6 +20,14 @@ constexpr std::size_t kBgrBytes = 3;
 
 }  // namespace
 
+std::optional<LONG> ConvertedBytes(std::size_t sampleBytes, PictureConversion conversion) noexcept {
+    std::size_t bytes = sampleBytes;
+    if (conversion == PictureConversion::mono8) bytes = sampleBytes * kBgrBytes;
+    if (conversion == PictureConversion::uyvy) bytes = sampleBytes / 2 * kBgrBytes;
+    constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<LONG>::max());
+    return bytes <= kMost ? std::optional(static_cast<LONG>(bytes)) : std::nullopt;
+}
+
 CStillPicture::CStillPicture() noexcept : m_arrived(::CreateEventW(nullptr, FALSE, FALSE, nullptr)) {}
 
 const BITMAPINFOHEADER& CStillPicture::Header() noexcept {
@@ -38,16 +46,16 @@ void CStillPicture::Begin() noexcept {
     m_expecting = false;
     m_problem = E_FAIL;
     m_sizeBytes = -1;
-    m_conversion = Conversion::none;
+    m_conversion = PictureConversion::none;
 }
 
 void CStillPicture::Describe(const AM_MEDIA_TYPE& type, const VIDEOINFOHEADER& video) noexcept {
     m_header = video.bmiHeader;
     m_width = m_header.biWidth;
     m_height = m_header.biHeight;
-    m_conversion = type.subtype == kY800   ? Conversion::mono8
-                   : type.subtype == kUyvy ? Conversion::uyvy
-                                           : Conversion::none;
+    m_conversion = type.subtype == kY800   ? PictureConversion::mono8
+                   : type.subtype == kUyvy ? PictureConversion::uyvy
+                                           : PictureConversion::none;
 }
 
 void CStillPicture::ExpectSample() noexcept {
@@ -93,18 +101,18 @@ HRESULT CStillPicture::Finish() noexcept {
 }
 
 void CStillPicture::Convert() {
-    if (m_conversion == Conversion::none) return;
-    const bool isMono = m_conversion == Conversion::mono8;
+    if (m_conversion == PictureConversion::none) return;
+    const bool isMono = m_conversion == PictureConversion::mono8;
     const std::size_t sourceBytes = m_bytes.size();
-    const std::size_t convertedBytes = isMono ? sourceBytes * kBgrBytes : sourceBytes / 2 * kBgrBytes;
-    if (convertedBytes > static_cast<std::size_t>(std::numeric_limits<LONG>::max())) throw std::bad_alloc();
+    const std::optional<LONG> convertedBytes = ConvertedBytes(sourceBytes, m_conversion);
+    if (!convertedBytes) throw std::bad_alloc();
 
     // A sample may hold more or fewer rows than the header says: as many as both have are converted.
     const std::size_t rowBytes = m_width > 0 ? static_cast<std::size_t>(m_width) * (isMono ? 1 : 2) : 0;
     const auto headerRows = static_cast<std::size_t>(std::abs(std::int64_t{m_height}));
     const std::size_t rows = rowBytes != 0 ? std::min(headerRows, sourceBytes / rowBytes) : 0;
 
-    m_spare.resize(convertedBytes);
+    m_spare.resize(static_cast<std::size_t>(*convertedBytes));
     // What no row reaches is black, not what an earlier picture has left there.
     const bool isWhole = rows * rowBytes == sourceBytes && sourceBytes % (isMono ? 1 : 4) == 0;
     if (!isWhole) std::ranges::fill(m_spare, BYTE{0});
@@ -113,10 +121,10 @@ void CStillPicture::Convert() {
     convert(m_bytes, m_spare.data(), m_width, static_cast<int>(rows));
 
     m_bytes.swap(m_spare);
-    m_sizeBytes = static_cast<LONG>(convertedBytes);
+    m_sizeBytes = *convertedBytes;
     m_header.biBitCount = 24;
     m_header.biCompression = BI_RGB;
-    m_header.biSizeImage = static_cast<DWORD>(convertedBytes);
+    m_header.biSizeImage = static_cast<DWORD>(*convertedBytes);
 }
 
 void CStillPicture::Free() noexcept {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 #include <windows.h>
@@ -14,6 +15,12 @@
 #include "base/handles.h"
 
 namespace kolmfluxor {
+
+/// What becomes of a picture's samples.
+enum class PictureConversion { none, mono8, uyvy };
+
+/// The size of a picture after its conversion; nothing where `GetBufferSize` could not tell it.
+[[nodiscard]] std::optional<LONG> ConvertedBytes(std::size_t sampleBytes, PictureConversion conversion) noexcept;
 
 /// One picture with its header. `Deliver` runs on the streaming thread, everything else on the caller's.
 ///
@@ -58,9 +65,6 @@ public:
     void Free() noexcept;
 
 private:
-    /// What becomes of the samples.
-    enum class Conversion { none, mono8, uyvy };
-
     void Convert();
 
     const UniqueHandle m_arrived;  // auto-reset
@@ -71,7 +75,7 @@ private:
     std::vector<BYTE> m_bytes;
 
     std::vector<BYTE> m_spare;  // the other buffer of conversions
-    Conversion m_conversion = Conversion::none;
+    PictureConversion m_conversion = PictureConversion::none;
     LONG m_width = -1;
     LONG m_height = -1;
     BITMAPINFOHEADER m_header{};

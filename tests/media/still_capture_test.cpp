@@ -1,11 +1,18 @@
 /// @file  A capture call by call: what is asked of DirectShow in which order, and what becomes of each failure.
 
 #include <cstring>
+#include <memory>
+#include <optional>
 #include <thread>
 
+#include "base/class_factory.h"
 #include "media/still_fixture.h"
 #include "support/counted_task_memory.h"
+#include "support/scarce_heap.h"
 #include "support/temporary_file.h"
+#include "support/wait_hook.h"
+
+extern "C" void* __imp_CreateEventW;
 
 namespace kolmfluxor::test {
 namespace {
@@ -13,6 +20,11 @@ namespace {
 using Names = std::vector<std::string>;
 
 constexpr REFERENCE_TIME kFrameTime = 2666666;
+
+HANDLE WINAPI NoEvent(LPSECURITY_ATTRIBUTES, BOOL, BOOL, LPCWSTR) {
+    ::SetLastError(ERROR_NO_SYSTEM_RESOURCES);
+    return nullptr;
+}
 
 const Names kBuilding = {"create graph",
                          "create builder",
@@ -40,7 +52,13 @@ Names Joined(std::initializer_list<Names> parts) {
     return all;
 }
 
-class StillCapture : public StillFixture {};
+class StillCapture : public StillFixture {
+protected:
+    StillCapture() {
+        // So that "zero" is not "never written".
+        std::memset(&m_graph->grabberType, 0xEE, sizeof m_graph->grabberType);
+    }
+};
 
 TEST_F(StillCapture, asks_all_in_one_order_and_keeps_the_newest_sample) {
     Select();
@@ -50,11 +68,14 @@ TEST_F(StillCapture, asks_all_in_one_order_and_keeps_the_newest_sample) {
     EXPECT_EQ(m_graph->calls, Joined({kBuilding, kConnecting, kTaking}));
     EXPECT_EQ(Picture(), kSecond);
     EXPECT_EQ(m_graph->grabberType.majortype, MEDIATYPE_Video);
-    AM_MEDIA_TYPE rest = m_graph->grabberType;
-    rest.majortype = {};
-    EXPECT_EQ(rest.subtype, GUID{});
-    EXPECT_EQ(rest.formattype, GUID{});
-    EXPECT_TRUE(rest.cbFormat == 0 && rest.pbFormat == nullptr && rest.lSampleSize == 0 && !rest.bFixedSizeSamples);
+    EXPECT_EQ(m_graph->grabberType.subtype, GUID{});
+    EXPECT_EQ(m_graph->grabberType.bFixedSizeSamples, 0);
+    EXPECT_EQ(m_graph->grabberType.bTemporalCompression, 0);
+    EXPECT_EQ(m_graph->grabberType.lSampleSize, 0u);
+    EXPECT_EQ(m_graph->grabberType.formattype, GUID{});
+    EXPECT_EQ(m_graph->grabberType.pUnk, nullptr);
+    EXPECT_EQ(m_graph->grabberType.cbFormat, 0u);
+    EXPECT_EQ(m_graph->grabberType.pbFormat, nullptr);
     ASSERT_EQ(Device().set.size(), 2u);
     for (const ScriptedFormat& set : Device().set) {
         EXPECT_EQ(set.header.AvgTimePerFrame, kFrameTime);
@@ -135,14 +156,18 @@ TEST_F(StillCapture, waits_for_a_sample_of_another_thread) {
     Select();
     m_graph->samples.clear();
     std::thread stream;
+    std::optional<CWaitHook> whileWaiting;
     m_graph->onRun = [&] {
-        stream = std::thread([&] {
-            ::Sleep(50);  // the capture waits meanwhile
-            std::vector<BYTE> sample = {1, 2, 3, 4, 5, 6};
-            EXPECT_EQ(m_graph->callback->BufferCB(0.5, sample.data(), 6), S_OK);
+        whileWaiting.emplace([&](HANDLE, DWORD milliseconds) {
+            EXPECT_EQ(milliseconds, INFINITE);
+            stream = std::thread([&] {
+                std::vector<BYTE> sample = {1, 2, 3, 4, 5, 6};
+                EXPECT_EQ(m_graph->callback->BufferCB(0.5, sample.data(), 6), S_OK);
+            });
         });
     };
     EXPECT_EQ(m_still->Capture(), S_OK);
+    ASSERT_TRUE(stream.joinable());
     stream.join();
     EXPECT_EQ(Picture(), kFirst);
 }
@@ -198,49 +223,29 @@ TEST_F(StillCapture, formats_without_a_header_are_neither_set_nor_converted) {
     EXPECT_EQ(height, 2);
 }
 
-TEST_F(StillCapture, a_media_type_file_changes_the_second_format_only) {
+TEST_F(StillCapture, memory_that_runs_out_is_told_and_leaves_no_picture) {
     Select();
-    ScriptedFormat wanted = FixedMode(1, -2, FourCc("UYVY"), 16, 1);
-    std::vector<std::uint8_t> content(176);
-    AM_MEDIA_TYPE record{};
-    record.majortype = wanted.majorType;
-    record.subtype = wanted.subtype;
-    record.formattype = FORMAT_VideoInfo;
-    record.lSampleSize = 4;
-    std::memcpy(content.data(), &record, 88);
-    std::memcpy(content.data() + 88, &wanted.header, 88);
-    const CTemporaryFile file(content);
-    ASSERT_EQ(m_still->SetMediaTypeFile(file.Name().c_str()), S_OK);
-    m_graph->samples = {{128, 9, 128, 8}};
-
     ASSERT_EQ(m_still->Capture(), S_OK);
-
-    ASSERT_EQ(Device().set.size(), 2u);
-    EXPECT_EQ(Device().set[0].subtype, Device().formats[0].subtype);
-    EXPECT_EQ(Device().set[1].subtype, wanted.subtype);
-    EXPECT_EQ(Device().set[1].sampleBytes, 4u);
-    EXPECT_EQ(Device().set[1].header.bmiHeader.biWidth, 1);
-    EXPECT_EQ(Device().set[1].header.AvgTimePerFrame, kFrameTime) << "whatever the file says";
-    EXPECT_EQ(Picture(), (std::vector<BYTE>{8, 8, 8, 9, 9, 9}));
-    LONG width = 0;
-    LONG height = 0;
-    EXPECT_EQ(m_still->GetImageSize(&width, &height), S_OK);
-    EXPECT_EQ(width, 1);
-    EXPECT_EQ(height, -2);
-
-    ASSERT_EQ(m_still->SetMediaTypeFile(nullptr), S_OK);
-    m_graph->samples = {{1, 2, 3, 4, 5, 6}};
+    m_graph->samples = {std::vector<BYTE>(60'000)};
+    {
+        const CScarceHeap heap(60'000);
+        EXPECT_EQ(m_still->Capture(), E_OUTOFMEMORY);
+        EXPECT_GT(CScarceHeap::Refused(), 0);
+    }
+    EXPECT_EQ(m_graph->calls.back(), "Stop");
+    EXPECT_EQ(m_graph->references, 0u);
+    EXPECT_EQ(Picture(), std::vector<BYTE>());
     EXPECT_EQ(m_still->Capture(), S_OK);
-    EXPECT_EQ(Picture(), kFirst) << "no file any more";
+    EXPECT_EQ(Picture().size(), 180'000u);
 }
 
-TEST_F(StillCapture, a_media_type_file_that_is_not_there_changes_nothing) {
-    Select();
-    ASSERT_EQ(m_still->SetMediaTypeFile("no such folder\\no such file"), S_OK);
-    EXPECT_EQ(m_still->Capture(), S_OK);
-    EXPECT_EQ(Picture(), kSecond);
-    EXPECT_EQ(m_still->SetMediaTypeFile(std::string(5000, 'x').c_str()), S_OK);
-    EXPECT_EQ(m_still->Capture(), S_OK);
+TEST_F(StillCapture, an_object_whose_event_cannot_be_made_is_none) {
+    const CPatchedImport createEvent(&__imp_CreateEventW, reinterpret_cast<void*>(&NoEvent));
+    const CFactoryTemplate row{.name = L"", .classId = &IID_NULL, .create = CKolmStillImage::CreateInstance};
+    void* out = this;
+    EXPECT_EQ(CreateObject(row, nullptr, __uuidof(IKolmStillImage), &out), E_OUTOFMEMORY);
+    EXPECT_EQ(out, nullptr);
+    EXPECT_EQ(CBaseObject::ObjectsActive(), 1) << "the fixture's";
 }
 
 TEST_F(StillCapture, close_keeps_dimensions_header_path_and_file_name) {

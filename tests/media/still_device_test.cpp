@@ -147,5 +147,21 @@ TEST_F(StillDevice, names_pass_through_the_ANSI_code_page_and_paths_are_cut_to_2
     EXPECT_EQ(Path(), L"");
 }
 
+TEST_F(StillDevice, the_code_page_is_the_threads_not_the_systems) {
+    constexpr LCID kRussian = MAKELCID(MAKELANGID(LANG_RUSSIAN, SUBLANG_DEFAULT), SORT_DEFAULT);
+    Entry(0).friendlyName = L"\x0416";  // neither of the two is in code page 1252
+    Entry(1).friendlyName = L"\x0428";
+    Entry(1).displayName = L"\x0416\x0428";
+    EXPECT_EQ(m_still->SelectDeviceByName(L"\x0428"), S_OK);
+    EXPECT_EQ(Selected(), ::GetACP() == 1251 ? 1 : 0) << "both are the default character";
+
+    const LCID before = ::GetThreadLocale();
+    ASSERT_TRUE(::SetThreadLocale(kRussian));
+    EXPECT_EQ(m_still->SelectDeviceByName(L"\x0428"), S_OK);
+    EXPECT_EQ(Selected(), 1);
+    EXPECT_EQ(Path(), L"\x0416\x0428");
+    ASSERT_TRUE(::SetThreadLocale(before));
+}
+
 }  // namespace
 }  // namespace kolmfluxor::test

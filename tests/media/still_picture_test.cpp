@@ -8,11 +8,12 @@
 #include <climits>
 #include <initializer_list>
 #include <numeric>
-#include <thread>
 #include <utility>
 #include <vector>
 
+#include "support/scarce_heap.h"
 #include "support/scripted_filter.h"
+#include "support/wait_hook.h"
 
 namespace kolmfluxor::test {
 namespace {
@@ -32,6 +33,11 @@ Bytes Bgr(std::initializer_list<int> grays) {
         bytes.insert(bytes.end(), 3, static_cast<BYTE>(gray));
     }
     return bytes;
+}
+
+DWORD WINAPI FailedWait(HANDLE, DWORD) {
+    ::SetLastError(ERROR_INVALID_HANDLE);
+    return WAIT_FAILED;
 }
 
 class StillPicture : public ::testing::Test {
@@ -217,14 +223,77 @@ TEST_F(StillPicture, a_late_sample_does_not_end_the_next_ones_waiting) {
 
     m_picture.Begin();
     m_picture.ExpectSample();
-    std::thread stream([&] {
-        ::Sleep(50);  // without a sample the picture waits
+    const CWaitHook whileWaiting([&](HANDLE arrived, DWORD) {
+        EXPECT_EQ(::WaitForSingleObjectEx(arrived, 0, FALSE), static_cast<DWORD>(WAIT_TIMEOUT));
         m_picture.Deliver(sample.data(), 6);
     });
     EXPECT_EQ(m_picture.Wait(), S_OK);
     EXPECT_EQ(m_picture.Finish(), S_OK);
-    stream.join();
     EXPECT_EQ(Picture(), sample);
+}
+
+TEST_F(StillPicture, memory_that_runs_out_for_the_sample_leaves_no_picture_and_the_next_one_works) {
+    const Bytes sample(60'000, 7);
+    const auto take = [&] {
+        m_picture.Begin();
+        Describe("Y411", 300, 200);
+        m_picture.ExpectSample();
+        m_picture.Deliver(sample.data(), 60'000);
+        m_picture.Deliver(sample.data(), 60'000);
+        EXPECT_EQ(m_picture.Wait(), S_OK);
+        return m_picture.Finish();
+    };
+    {
+        const CScarceHeap heap(60'000);
+        EXPECT_EQ(take(), E_OUTOFMEMORY);
+        EXPECT_EQ(CScarceHeap::Refused(), 2);
+    }
+    EXPECT_EQ(m_picture.SizeBytes(), -1);
+    EXPECT_EQ(m_picture.Width(), 300);
+    EXPECT_EQ(take(), S_OK);
+    EXPECT_EQ(Picture(), sample);
+}
+
+TEST_F(StillPicture, memory_that_runs_out_for_the_conversion_leaves_no_picture_and_the_next_one_works) {
+    const Bytes sample(60'000, 7);
+    const auto runOut = [&](const char(&fourCc)[5]) {
+        SCOPED_TRACE(fourCc);
+        m_picture.Free();
+        m_picture.Begin();
+        Describe(fourCc, 300, 100);
+        m_picture.ExpectSample();
+        m_picture.Deliver(sample.data(), 60'000);
+        {
+            const CScarceHeap heap(60'001);
+            EXPECT_EQ(m_picture.Finish(), E_OUTOFMEMORY);
+            EXPECT_EQ(CScarceHeap::Refused(), 1);
+        }
+        EXPECT_EQ(m_picture.SizeBytes(), -1);
+        EXPECT_EQ(m_picture.Header().biBitCount, 8) << "nothing was converted";
+        BYTE byte = 0xEE;
+        EXPECT_FALSE(m_picture.CopyTo(&byte));
+        EXPECT_EQ(byte, 0xEE);
+    };
+    runOut("Y800");
+    runOut("UYVY");
+    EXPECT_EQ(Take("UYVY", 300, 100, {sample}), S_OK);
+}
+
+TEST_F(StillPicture, sizes_beyond_31_bits_are_none) {
+    EXPECT_EQ(ConvertedBytes(715'827'882, PictureConversion::mono8), 2'147'483'646);
+    EXPECT_EQ(ConvertedBytes(715'827'883, PictureConversion::mono8), std::nullopt);
+    EXPECT_EQ(ConvertedBytes(1'431'655'765, PictureConversion::uyvy), 2'147'483'646);
+    EXPECT_EQ(ConvertedBytes(1'431'655'766, PictureConversion::uyvy), std::nullopt);
+    EXPECT_EQ(ConvertedBytes(LONG_MAX, PictureConversion::none), LONG_MAX);
+    EXPECT_EQ(ConvertedBytes(LONG_MAX, PictureConversion::mono8), std::nullopt);
+    EXPECT_EQ(ConvertedBytes(0, PictureConversion::uyvy), 0);
+}
+
+TEST_F(StillPicture, a_failed_wait_gives_its_code) {
+    m_picture.Begin();
+    m_picture.ExpectSample();
+    const CPatchedImport wait(&__imp_WaitForSingleObject, reinterpret_cast<void*>(&FailedWait));
+    EXPECT_EQ(m_picture.Wait(), HRESULT_FROM_WIN32(ERROR_INVALID_HANDLE));
 }
 
 TEST_F(StillPicture, dimensions_and_header_outlive_the_picture) {

@@ -162,7 +162,7 @@ TEST_F(StillImageObject, without_device_and_picture_tells_so) {
     EXPECT_EQ(m_still->GetDevicePath(&path), S_OK);
     EXPECT_STREQ(path, L"");
     ::SysFreeString(path);
-    EXPECT_TRUE(FAILED(m_still->Capture()));
+    EXPECT_EQ(m_still->Capture(), E_POINTER) << "the filter graph's answer to no filter";
     EXPECT_EQ(m_still->Close(), S_OK);
 }
 

@@ -4,6 +4,8 @@
 
 #include <wrl/client.h>
 
+#include "base/com_pointer.h"
+
 namespace kolmsim {
 namespace {
 
@@ -16,8 +18,7 @@ std::vector<ComPtr<IPin>> ConnectedOutputsBehind(IPin* input) {
     if (FAILED(input->QueryPinInfo(&info)) || info.pFilter == nullptr) {
         return outputs;
     }
-    ComPtr<IBaseFilter> filter;
-    filter.Attach(info.pFilter);
+    const ComPtr<IBaseFilter> filter = kolmfluxor::TakeOver(info.pFilter);
 
     ComPtr<IEnumPins> pins;
     if (FAILED(filter->EnumPins(pins.GetAddressOf()))) {

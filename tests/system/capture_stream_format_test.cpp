@@ -104,6 +104,35 @@ TEST_F(StreamFormats, each_listed_type_streams_pictures_of_its_size) {
     }
 }
 
+TEST_F(StreamFormats, a_change_of_format_leaves_no_reference_on_the_filters_behind) {
+    Build(1);
+    std::vector<ComPtr<IBaseFilter>> filters;
+    {
+        ComPtr<IEnumFilters> all;
+        ASSERT_EQ(m_graph->EnumFilters(all.GetAddressOf()), S_OK);
+        ComPtr<IBaseFilter> filter;
+        while (all->Next(1, filter.ReleaseAndGetAddressOf(), nullptr) == S_OK) {
+            if (filter.Get() != m_filter.Get()) {
+                filters.push_back(filter);
+            }
+        }
+    }
+    EXPECT_GE(filters.size(), 2u);
+    for (PinCapability& each : Capabilities(m_config.Get())) {
+        ASSERT_EQ(m_config->SetFormat(each.type.Type()), S_OK);
+    }
+    EXPECT_FALSE(FirstPicture().empty());
+
+    m_config.Reset();
+    m_control.Reset();
+    m_grabberFilter.Reset();
+    EXPECT_EQ(m_graph.Reset(), 0u);
+
+    for (std::size_t i = 0; i < filters.size(); ++i) {
+        EXPECT_EQ(filters[i].Reset(), 0u) << i;
+    }
+}
+
 TEST_F(StreamFormats, an_area_is_cut_out_of_the_whole_picture_pixel_by_pixel) {
     Build(1);
     ASSERT_EQ(m_camera->SetProperty61(1), S_OK);

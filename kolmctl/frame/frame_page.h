@@ -51,7 +51,8 @@ public:
     bool Translate(MSG* message);
 
 private:
-    explicit FramePage(REFCLSID classId, PageSite* site) : m_classId(classId) { m_site.Attach(site); }
+    /// @param site  its one reference is the page's from now on. (`ComPtr::Attach` would count once more here.)
+    explicit FramePage(REFCLSID classId, PageSite* site) : m_classId(classId) { *m_site.GetAddressOf() = site; }
     void ReadInfo();
 
     CLSID m_classId;

@@ -197,6 +197,15 @@ TEST_F(OwnFrameCalls, reports_of_a_page_enable_and_disable_Apply) {
     EXPECT_FALSE(CanApply(*frame));
 }
 
+TEST_F(OwnFrameCalls, the_site_goes_with_its_page) {
+    Microsoft::WRL::ComPtr<IPropertyPageSite> site;
+    {
+        const auto frame = OpenFrame();
+        site = m_first.site;
+    }
+    EXPECT_EQ(site.Reset(), 0u) << "the frame keeps a site without a page";
+}
+
 TEST_F(OwnFrameCalls, a_page_that_refuses_its_object_is_taken_back) {
     m_second.setObjectsResult = E_NOINTERFACE;
 

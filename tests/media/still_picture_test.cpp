@@ -268,7 +268,7 @@ TEST_F(StillPicture, memory_that_runs_out_for_the_conversion_leaves_no_picture_a
             EXPECT_EQ(m_picture.Finish(), E_OUTOFMEMORY);
             EXPECT_EQ(CScarceHeap::Refused(), 1);
         }
-        EXPECT_EQ(m_picture.SizeBytes(), -1);
+        ASSERT_EQ(m_picture.SizeBytes(), -1);
         EXPECT_EQ(m_picture.Header().biBitCount, 8) << "nothing was converted";
         BYTE byte = 0xEE;
         EXPECT_FALSE(m_picture.CopyTo(&byte));

@@ -195,7 +195,7 @@ TEST_F(StillCapture, the_callback_takes_buffers_only_and_no_query_finds_it) {
         Microsoft::WRL::ComPtr<IUnknown> object;
         EXPECT_EQ(m_graph->callback->QueryInterface(IID_PPV_ARGS(&callback)), S_OK);
         EXPECT_EQ(m_still.As(&object), S_OK);
-        EXPECT_EQ(callback, object);
+        EXPECT_EQ(callback.Get(), object.Get());
     };
     EXPECT_EQ(m_still->Capture(), S_OK);
 }

@@ -77,7 +77,7 @@ TEST_F(StillImageObject, has_its_interface_and_no_other) {
     ASSERT_EQ(m_still.As(&unknown), S_OK);
     ASSERT_EQ(unknown.As(&again), S_OK);
     ASSERT_EQ(again.As(&unknownAgain), S_OK);
-    EXPECT_EQ(unknown, unknownAgain);
+    EXPECT_EQ(unknown.Get(), unknownAgain.Get());
     for (const IID& absent :
          {__uuidof(ISampleGrabberCB), __uuidof(ISpecifyPropertyPages), __uuidof(IPropertyPage), __uuidof(IBaseFilter),
           __uuidof(IDispatch), CLSID_KolmStillImage, IID_IKolmFluxorPropertySet}) {

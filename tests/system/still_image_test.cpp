@@ -271,7 +271,7 @@ TEST_F(StillImages, a_name_that_matches_nothing_keeps_the_device_and_reports_the
     ::SysFreeString(last);
     ComPtr<IUnknown> after;
     ASSERT_EQ(m_still->GetDeviceUnknown(after.GetAddressOf()), S_OK);
-    EXPECT_EQ(before, after);
+    EXPECT_EQ(before.Get(), after.Get());
 }
 
 TEST_F(StillImages, two_objects_take_pictures_at_once) {

@@ -50,6 +50,17 @@ protected:
     /// The camera behind the filter.
     kolmsim::ISimulatedCamera* Camera();
 
+    /// Waits until something holds, at most ten seconds; false when it does not.
+    template <class Condition> static bool Await(Condition condition) {
+        for (int round = 0; round < 2'000; ++round) {
+            if (condition()) {
+                return true;
+            }
+            ::Sleep(5);
+        }
+        return false;
+    }
+
     const CModule& m_module = CModule::Get();
     Microsoft::WRL::ComPtr<IBaseFilter> m_filter;
 };

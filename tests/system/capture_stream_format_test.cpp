@@ -38,16 +38,6 @@ protected:
         return frames.empty() ? Frame() : frames.front();
     }
 
-    /// Waits until the camera says so, at most ten seconds.
-    template <class Condition> static bool Await(Condition condition) {
-        for (int round = 0; round < 2'000; ++round) {
-            if (condition()) {
-                return true;
-            }
-            ::Sleep(5);
-        }
-        return false;
-    }
     std::uint32_t Register(std::uint32_t address) {
         std::uint32_t word = 0;
         EXPECT_TRUE(Camera()->PeekRegister(address, &word));

@@ -1,6 +1,8 @@
 /// @file  Still pictures of the simulated cameras through the real filter graph.
 
 #include <algorithm>
+#include <chrono>
+#include <future>
 #include <memory>
 #include <thread>
 #include <tuple>
@@ -15,6 +17,8 @@
 #include <uuids.h>
 #include <vfwmsgs.h>
 
+#include <kolmfluxor/property_set.h>
+
 #include "frame/frame_page.h"
 #include "frame/property_frame.h"
 #include "frame/resource.h"
@@ -26,6 +30,7 @@ namespace kolmfluxor::test {
 namespace {
 
 using Microsoft::WRL::ComPtr;
+using namespace std::chrono_literals;
 
 constexpr REFERENCE_TIME kFrameTime = 2'666'666;  // 3.75 fps
 
@@ -272,6 +277,56 @@ TEST_F(StillImages, a_name_that_matches_nothing_keeps_the_device_and_reports_the
     ComPtr<IUnknown> after;
     ASSERT_EQ(m_still->GetDeviceUnknown(after.GetAddressOf()), S_OK);
     EXPECT_EQ(before.Get(), after.Get());
+}
+
+TEST_F(StillImages, a_picture_comes_with_the_trigger_and_not_before) {
+    constexpr std::uint32_t kIsoEnable = 0xF0F00614;
+    constexpr std::uint32_t kPictures = 0xF1000274;  // counts what the camera has taken
+    Select();
+    const BITMAPINFOHEADER format = PresentType(Config().Get()).Bitmap();
+    const Bytes first = MonoAsBgr(Sample(format, 0), format.biWidth, format.biHeight);
+    const auto read = [this](std::uint32_t address) {
+        std::uint32_t word = 0;
+        EXPECT_TRUE(Camera()->PeekRegister(address, &word));
+        return word;
+    };
+    ComPtr<IKolmFluxorPropertySet> camera;
+    ASSERT_EQ(m_filter.As(&camera), S_OK);
+    ASSERT_EQ(camera->SetTrigger(0x10000, 1, 0, 1), S_OK);  // on, mode 0
+    const std::uint32_t before = read(kPictures);
+    std::uint32_t triggers = 0;
+    for (const bool bySoftware : {true, false}) {
+        SCOPED_TRACE(bySoftware ? "software" : "input");
+        auto capture = std::async(std::launch::async, [this] {
+            const HRESULT com = ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+            const HRESULT hr = m_still->Capture();
+            if (SUCCEEDED(com)) ::CoUninitialize();
+            return hr;
+        });
+        EXPECT_TRUE(Await([&] { return read(kIsoEnable) != 0; })) << "the stream does not start";
+        EXPECT_EQ(read(kPictures), before + triggers);
+        EXPECT_NE(capture.wait_for(0s), std::future_status::ready) << "a picture without a trigger";
+
+        if (bySoftware) {
+            EXPECT_EQ(camera->WriteRegister(0xF0F0062C, 0x80000000), S_OK);
+        } else {
+            EXPECT_TRUE(Camera()->PulseTriggerInput());
+        }
+
+        if (capture.wait_for(10s) != std::future_status::ready) {
+            ADD_FAILURE() << "the trigger brings no picture";
+            std::ignore = camera->SetTrigger(0x10000, 0, 0, 1);  // lets the capture end
+        }
+        EXPECT_EQ(capture.get(), S_OK);
+        EXPECT_EQ(read(kPictures), before + ++triggers) << "one picture for each trigger";
+        LONG bytes = 0;
+        ASSERT_EQ(m_still->GetBufferSize(&bytes), S_OK);
+        Bytes picture(static_cast<std::size_t>(std::max(bytes, 0L)));
+        ASSERT_EQ(m_still->GetBuffer(picture.data()), S_OK);
+        EXPECT_TRUE(picture == first);
+    }
+    EXPECT_EQ(camera->SetTrigger(0x10000, 0, 0, 1), S_OK);
+    EXPECT_EQ(m_still->Capture(), S_OK) << "without the trigger again";
 }
 
 TEST_F(StillImages, two_objects_take_pictures_at_once) {

@@ -84,7 +84,7 @@ void AddRow(Table* table, std::size_t number, const kolmsim::SimRequest& request
                 Hex32(static_cast<std::uint32_t>(request.result)),
                 Join(Words(Payload(request.sent, request.sizeBytes)), " "),
                 Join(Words(Payload(request.answered, request.sizeBytes)), " "),
-                request.objection != nullptr ? Json(request.objection) : Json()});
+                request.objection != nullptr ? Json(request.objection) : Json(), HResultText(request.result)});
 }
 
 }  // namespace
@@ -97,7 +97,8 @@ void PrintRequests(kolmsim::ISimulatedCamera& camera, Output& output) {
                              {"result", "RESULT", Align::left},
                              {"sent", "SENT", Align::left},
                              {"answered", "ANSWERED", Align::left},
-                             {"objection", "OBJECTION", Align::left}});
+                             {"objection", "OBJECTION", Align::left},
+                             {"resultText", "RESULT IN WORDS", Align::left}});
     std::string text;
     const std::size_t count = camera.RequestCount();
     for (std::size_t i = 0; i < count; ++i) {

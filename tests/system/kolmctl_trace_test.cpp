@@ -5,6 +5,7 @@
 namespace kolmfluxor::test {
 namespace {
 
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
@@ -90,7 +91,8 @@ TEST_F(KolmctlTrace, prints_one_json_document) {
                        "00000000 00000000\",\n"
                        "      \"answered\": \"00000040 00000002 0000001a 00000000 000000ff 00000000 e0010100 00000000 "
                        "e0020100 e0030100\",\n"
-                       "      \"objection\": null\n"
+                       "      \"objection\": null,\n"
+                       "      \"resultText\": \"0x00000000 S_OK\"\n"
                        "    }\n"
                        "  ]\n"
                        "}\n"));
@@ -103,8 +105,18 @@ TEST_F(KolmctlTrace, prints_two_tables_of_tab_separated_values) {
     EXPECT_THAT(outcome.out, StartsWith("feature\tid\tvalue\tmode\n"
                                         "gain\t265\t64\tmanual\n"
                                         "\n"
-                                        "number\tdirection\tproperty\tsizeBytes\tresult\tsent\tanswered\tobjection\n"
+                                        "number\tdirection\tproperty\tsizeBytes\tresult\tsent\tanswered\tobjection\t"
+                                        "resultText\n"
                                         "1\tGET\t0\t64\t0x00000000\t00000000 "));
+    EXPECT_THAT(outcome.out, EndsWith("\t\t0x00000000 S_OK\n"));
+}
+
+TEST_F(KolmctlTrace, tells_programs_a_failure_in_words_too) {
+    const ProcessOutcome outcome = Kolmctl({L"--simulate=mono", L"--tsv", L"trace", L"get", L"hue"});
+
+    EXPECT_EQ(outcome.exitCode, kRefused);
+    EXPECT_THAT(outcome.out,
+                EndsWith("\t0x80070490 ERROR_NOT_FOUND (this camera or its driver does not have the property)\n"));
 }
 
 TEST_F(KolmctlTrace, works_on_the_simulated_camera_however_it_was_chosen) {

@@ -5,18 +5,21 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "errors.h"
+
 namespace kolmctl {
 namespace {
 
 constexpr char kNoVariant[] = "true";  // what a flag without a value reads
 constexpr std::size_t kHelpColumn = 28;
 
-constexpr char kExitCodes[] =
-    "Exit codes:\n"
-    "  0  success\n"
-    "  1  the camera, its driver or the module refused (the HRESULT is shown)\n"
-    "  2  wrong usage; nothing was sent to a camera\n"
-    "  3  no such device, several that match, or one without the property set\n";
+std::string ExitCodesText() {
+    std::string text = "Exit codes:\n";
+    for (const ExitCodeRow& row : ExitCodes()) {
+        text += "  " + std::to_string(static_cast<int>(row.code)) + "  " + row.meaning + "\n";
+    }
+    return text;
+}
 
 std::string Examples() {
     std::string text = "Examples:\n";
@@ -42,7 +45,7 @@ void CommandSet::AddTo(CLI::App& parent, const std::function<bool(const CommandR
             continue;
         }
         CLI::App* const parser = ParserAbove(row, parent).add_subcommand(row.name, row.summary);
-        parser->footer(std::string("Example:\n  ") + row.example + "\n\nGlobal options: see kolmctl --help");
+        parser->footer(std::string("Global options and exit codes: see kolmctl --help\n\nExample:\n  ") + row.example);
         m_entries.push_back({&row, parser, row.make != nullptr ? row.make() : nullptr});
         if (m_entries.back().command != nullptr) {
             m_entries.back().command->Declare(*parser);
@@ -96,7 +99,7 @@ CommandLine::CommandLine() : m_parser("Controls IIDC cameras through the KolmFlu
     tsv->option_text(" ")->excludes(json);
 
     m_commands.AddTo(m_parser, [](const CommandRow&) { return true; });
-    m_parser.footer(Examples() + "\n" + kExitCodes);
+    m_parser.footer(Examples() + "\n" + ExitCodesText());
 }
 
 void CommandLine::Parse(std::vector<std::string> arguments) {

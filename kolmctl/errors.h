@@ -1,6 +1,7 @@
 #pragma once
 /// @file  How kolmctl fails: its exit codes, and one exception type for each.
 
+#include <span>
 #include <stdexcept>
 #include <string>
 
@@ -11,10 +12,19 @@ namespace kolmctl {
 /// The program's exit codes, a contract with scripts.
 enum class ExitCode : int {
     success = 0,
-    refused = 1,      ///< the camera, its driver or the module refused a request
-    usage = 2,        ///< wrong usage; nothing was sent to a camera
-    noSuchDevice = 3  ///< no such device, several that match, or one without the property set
+    refused = 1,       ///< the camera, its driver, the module or a file refused a request
+    usage = 2,         ///< wrong usage or input; nothing in a camera was changed
+    noSuchDevice = 3,  ///< no such device, several that match, or one without the property set
+    noOutput = 4       ///< the standard output takes no more; what was asked for may have been done
 };
+
+struct ExitCodeRow {
+    ExitCode code;
+    const char* meaning;
+};
+
+/// All exit codes in words, in ascending order.
+[[nodiscard]] std::span<const ExitCodeRow> ExitCodes();
 
 /// An error for the user: a message, a hint that may be empty, and the exit code.
 class Error : public std::runtime_error {

@@ -74,6 +74,9 @@ ExitCode Run() {
     try {
         Session session(commandLine.Options(), std::cout);
         RunCommand(commandLine.Given(), session);
+        if (!session.Out().TakesMore()) {
+            throw Error(ExitCode::noOutput, "cannot write to the standard output");
+        }
         return ExitCode::success;
     } catch (const Error& error) {
         return Report(error.what(), error.Hint(), error.Code());

@@ -45,23 +45,79 @@ void TrimRight(std::string* line) {
     line->erase(line->find_last_not_of(' ') + 1);
 }
 
+/// One line of a table with padded columns. @param cellOf  gives the text of a column by its index
+template <class CellOf>
+std::string AlignedLine(const std::vector<Column>& columns, const std::vector<std::size_t>& widths, CellOf&& cellOf) {
+    std::string line;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        line += std::string(i == 0 ? 0 : kGap, ' ') + Padded(cellOf(i), widths[i], columns[i].align);
+    }
+    TrimRight(&line);
+    return line + "\n";
+}
+
+/// The widths of columns that hold nothing but their headings.
+std::vector<std::size_t> WidthsOf(const std::vector<Column>& columns) {
+    std::vector<std::size_t> widths;
+    for (const Column& column : columns) {
+        widths.push_back(std::max(CountCharacters(column.heading), column.width));
+    }
+    return widths;
+}
+
+std::string HeadingLine(const std::vector<Column>& columns, const std::vector<std::size_t>& widths) {
+    return AlignedLine(columns, widths, [&](std::size_t i) -> std::string { return columns[i].heading; });
+}
+
+std::string RowLine(const std::vector<Column>& columns, const std::vector<std::size_t>& widths,
+                    const std::vector<Json>& row) {
+    return AlignedLine(columns, widths, [&](std::size_t i) { return CellText(row[i], columns[i]); });
+}
+
+std::string TsvHeading(const std::vector<Column>& columns) {
+    std::vector<std::string> keys;
+    std::ranges::transform(columns, std::back_inserter(keys), &Column::key);
+    return Join(keys, "\t") + "\n";
+}
+
+std::string TsvRow(const std::vector<Column>& columns, const std::vector<Json>& row) {
+    std::vector<std::string> cells(columns.size());
+    std::ranges::transform(row, columns, cells.begin(), TsvText);
+    return Join(cells, "\t") + "\n";
+}
+
+Json RowObject(const std::vector<Column>& columns, const std::vector<Json>& row) {
+    Json object = Json::object();
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        object[columns[i].key] = row[i];
+    }
+    return object;
+}
+
+std::string JsonText(const Json& value, int indent) {
+    return value.dump(indent, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+constexpr int kDocument = 2;  // indentation
+constexpr int kOneLine = -1;
+
+void CheckRow(const std::vector<Column>& columns, const std::vector<Json>& row) {
+    if (row.size() != columns.size()) {
+        throw std::logic_error("Table: a row needs one value for each column");
+    }
+}
+
 }  // namespace
 
 void Table::Add(std::vector<Json> row) {
-    if (row.size() != m_columns.size()) {
-        throw std::logic_error("Table::Add: a row needs one value for each column");
-    }
+    CheckRow(m_columns, row);
     m_rows.push_back(std::move(row));
 }
 
 Json Table::AsJson() const {
     Json rows = Json::array();
     for (const auto& row : m_rows) {
-        Json object = Json::object();
-        for (std::size_t i = 0; i < m_columns.size(); ++i) {
-            object[m_columns[i].key] = row[i];
-        }
-        rows.push_back(std::move(object));
+        rows.push_back(RowObject(m_columns, row));
     }
     return rows;
 }
@@ -89,39 +145,23 @@ std::string Table::RecordsText() const {
 }
 
 std::string Table::RowsText() const {
-    std::vector<std::size_t> widths;
-    for (std::size_t i = 0; i < m_columns.size(); ++i) {
-        std::size_t width = CountCharacters(m_columns[i].heading);
-        for (const auto& row : m_rows) {
-            width = std::max(width, CountCharacters(CellText(row[i], m_columns[i])));
-        }
-        widths.push_back(width);
-    }
-    std::string text;
-    const auto addLine = [&](const auto& cellOf) {
-        std::string line;
-        for (std::size_t i = 0; i < m_columns.size(); ++i) {
-            line += std::string(i == 0 ? 0 : kGap, ' ') + Padded(cellOf(i), widths[i], m_columns[i].align);
-        }
-        TrimRight(&line);
-        text += line + "\n";
-    };
-    addLine([&](std::size_t i) -> std::string { return m_columns[i].heading; });
+    std::vector<std::size_t> widths = WidthsOf(m_columns);
     for (const auto& row : m_rows) {
-        addLine([&](std::size_t i) { return CellText(row[i], m_columns[i]); });
+        for (std::size_t i = 0; i < widths.size(); ++i) {
+            widths[i] = std::max(widths[i], CountCharacters(CellText(row[i], m_columns[i])));
+        }
+    }
+    std::string text = HeadingLine(m_columns, widths);
+    for (const auto& row : m_rows) {
+        text += RowLine(m_columns, widths, row);
     }
     return text;
 }
 
 std::string Table::AsTsv() const {
-    std::vector<std::string> cells;
-    for (const Column& column : m_columns) {
-        cells.emplace_back(column.key);
-    }
-    std::string text = Join(cells, "\t") + "\n";
+    std::string text = TsvHeading(m_columns);
     for (const auto& row : m_rows) {
-        std::ranges::transform(row, m_columns, cells.begin(), TsvText);
-        text += Join(cells, "\t") + "\n";
+        text += TsvRow(m_columns, row);
     }
     return text;
 }
@@ -141,6 +181,42 @@ void Output::Print(const Table& table) {
     }
 }
 
+void Output::StartRows(std::vector<Column> columns) {
+    m_liveColumns = std::move(columns);
+    switch (m_format) {
+    case OutputFormat::text:
+        m_stream << HeadingLine(m_liveColumns, WidthsOf(m_liveColumns));
+        break;
+    case OutputFormat::tsv:
+        m_stream << (m_anyTsv ? "\n" : "") << TsvHeading(m_liveColumns);
+        m_anyTsv = true;
+        break;
+    case OutputFormat::json:
+        break;
+    }
+    m_stream.flush();
+}
+
+void Output::PrintRow(const std::vector<Json>& row) {
+    CheckRow(m_liveColumns, row);
+    switch (m_format) {
+    case OutputFormat::text:
+        m_stream << RowLine(m_liveColumns, WidthsOf(m_liveColumns), row);
+        break;
+    case OutputFormat::tsv:
+        m_stream << TsvRow(m_liveColumns, row);
+        break;
+    case OutputFormat::json:
+        m_stream << JsonText(RowObject(m_liveColumns, row), kOneLine);
+        break;
+    }
+    m_stream.flush();
+}
+
+bool Output::TakesMore() const {
+    return m_stream.good();
+}
+
 void Output::PrintText(const std::string& text) {
     if (m_format == OutputFormat::text) {
         m_stream << text;
@@ -151,7 +227,7 @@ void Output::Finish() {
     if (m_format == OutputFormat::json && !m_tables.empty()) {
         const bool single = m_tables.size() == 1 && !m_named;
         const Json& document = single ? m_tables.front() : m_tables;
-        m_stream << document.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+        m_stream << JsonText(document, kDocument);
     }
     m_stream.flush();
 }

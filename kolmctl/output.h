@@ -1,6 +1,7 @@
 #pragma once
 /// @file  What commands print: tables, as aligned text for people, as TSV or as JSON for programs.
 
+#include <cstddef>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -20,6 +21,7 @@ struct Column {
     const char* heading;  ///< heading for people
     Align align;
     const char* separator = ",";  ///< between the values of an array, outside of JSON
+    std::size_t width = 0;        ///< at least so many characters wide for people, where rows are yet to come
 };
 
 /// How a table looks to people; programs get the same of both.
@@ -63,6 +65,12 @@ public:
     /// Prints a table; in JSON it is kept until Finish, so that the output is one document.
     void Print(const Table& table);
 
+    /// Begins a table whose rows come one by one: prints its heading, for programs in TSV only.
+    void StartRows(std::vector<Column> columns);
+
+    /// Prints a row of it at once: in JSON an object on a line of its own, outside of the document that Finish prints.
+    void PrintRow(const std::vector<Json>& row);
+
     /// Prints a line or a block for people; ignored in the other formats.
     void PrintText(const std::string& text);
 
@@ -72,10 +80,14 @@ public:
     /// Ends the output: in JSON, prints what was kept. One table is an array of its rows.
     void Finish();
 
+    /// False once something could not be written, as to a closed pipe or a full disk.
+    [[nodiscard]] bool TakesMore() const;
+
 private:
     OutputFormat m_format;
     std::ostream& m_stream;
     Json m_tables = Json::object();
+    std::vector<Column> m_liveColumns;
     bool m_named = false;
     bool m_anyTsv = false;
 };

@@ -3,12 +3,11 @@
 #include <array>
 #include <stdexcept>
 
-#include "base/handles.h"
-
 namespace kolmfluxor::test {
 namespace {
 
 constexpr DWORD kLimitMs = 60'000;
+constexpr DWORD kPollMs = 10;  // between two looks at a pipe
 
 /// Adds an argument by the rules that CommandLineToArgvW undoes.
 void Append(std::wstring* commandLine, const std::wstring& argument) {
@@ -55,24 +54,25 @@ std::string Content(HANDLE file) {
     return content;
 }
 
-}  // namespace
+/// The standard streams of a program to be started; all can be inherited.
+struct Streams {
+    HANDLE in;
+    HANDLE out;
+    HANDLE err;
+};
 
-ProcessOutcome RunProcess(const std::wstring& program, const std::vector<std::wstring>& arguments) {
+UniqueHandle Start(const std::wstring& program, const std::vector<std::wstring>& arguments, const Streams& streams) {
     std::wstring commandLine;
     Append(&commandLine, program);
     for (const std::wstring& argument : arguments) {
         Append(&commandLine, argument);
     }
-    const UniqueHandle in = TemporaryFile();
-    const UniqueHandle out = TemporaryFile();
-    const UniqueHandle err = TemporaryFile();
-
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
-    startup.hStdInput = in.get();
-    startup.hStdOutput = out.get();
-    startup.hStdError = err.get();
+    startup.hStdInput = streams.in;
+    startup.hStdOutput = streams.out;
+    startup.hStdError = streams.err;
     PROCESS_INFORMATION started{};
     const auto start = [&] {
         return ::CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
@@ -85,17 +85,83 @@ ProcessOutcome RunProcess(const std::wstring& program, const std::vector<std::ws
     for (int again = 0; again < 2 && error == ERROR_INTERNAL_ERROR; ++again)
         error = start();
     if (error != ERROR_SUCCESS) {
-        throw std::runtime_error("RunProcess: the program could not be started: error " + std::to_string(error));
+        throw std::runtime_error("Start: the program could not be started: error " + std::to_string(error));
     }
-    const UniqueHandle process(started.hProcess);
     const UniqueHandle thread(started.hThread);
+    return UniqueHandle(started.hProcess);
+}
+
+DWORD ExitCode(HANDLE process) {
+    DWORD code = 0;
+    ::GetExitCodeProcess(process, &code);
+    return code;
+}
+
+}  // namespace
+
+ProcessOutcome RunProcess(const std::wstring& program, const std::vector<std::wstring>& arguments) {
+    const UniqueHandle in = TemporaryFile();
+    const UniqueHandle out = TemporaryFile();
+    const UniqueHandle err = TemporaryFile();
+    const UniqueHandle process = Start(program, arguments, {in.get(), out.get(), err.get()});
     if (::WaitForSingleObject(process.get(), kLimitMs) != WAIT_OBJECT_0) {
         ::TerminateProcess(process.get(), 99);
         throw std::runtime_error("RunProcess: the program did not end: " + Content(out.get()) + Content(err.get()));
     }
-    DWORD exitCode = 0;
-    ::GetExitCodeProcess(process.get(), &exitCode);
-    return {exitCode, Content(out.get()), Content(err.get())};
+    return {ExitCode(process.get()), Content(out.get()), Content(err.get())};
+}
+
+CPipedProcess::CPipedProcess(const std::wstring& program, const std::vector<std::wstring>& arguments)
+    : m_err(TemporaryFile()) {
+    HANDLE reading = nullptr;
+    HANDLE writing = nullptr;
+    if (!::CreatePipe(&reading, &writing, nullptr, 0)) {
+        throw std::runtime_error("CPipedProcess: no pipe could be made");
+    }
+    m_pipe.reset(reading);
+    const UniqueHandle out(writing);  // the program's own copy is the only one from its start on
+    ::SetHandleInformation(writing, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
+    const UniqueHandle in = TemporaryFile();
+    m_process = Start(program, arguments, {in.get(), out.get(), m_err.get()});
+}
+
+CPipedProcess::~CPipedProcess() {
+    ::TerminateProcess(m_process.get(), 99);
+    ::WaitForSingleObject(m_process.get(), kLimitMs);
+}
+
+void CPipedProcess::TakeOutput() {
+    DWORD available = 0;
+    if (m_pipe == nullptr || !::PeekNamedPipe(m_pipe.get(), nullptr, 0, nullptr, &available, nullptr)) {
+        return;
+    }
+    std::string part(available, '\0');
+    DWORD read = 0;
+    if (available != 0 && ::ReadFile(m_pipe.get(), part.data(), available, &read, nullptr)) {
+        m_out.append(part, 0, read);
+    }
+}
+
+bool CPipedProcess::HasPrinted(std::string_view text) {
+    const ULONGLONG end = ::GetTickCount64() + kLimitMs;
+    bool more = true;
+    while (m_out.find(text) == std::string::npos && more && ::GetTickCount64() < end) {
+        more = ::WaitForSingleObject(m_process.get(), kPollMs) != WAIT_OBJECT_0;  // what it left is still to be taken
+        TakeOutput();
+    }
+    return m_out.find(text) != std::string::npos;
+}
+
+ProcessOutcome CPipedProcess::Wait() {
+    const ULONGLONG end = ::GetTickCount64() + kLimitMs;
+    while (::WaitForSingleObject(m_process.get(), kPollMs) != WAIT_OBJECT_0) {
+        TakeOutput();  // a full pipe would hold the program up
+        if (::GetTickCount64() >= end) {
+            throw std::runtime_error("CPipedProcess: the program did not end: " + m_out + Content(m_err.get()));
+        }
+    }
+    TakeOutput();
+    return {ExitCode(m_process.get()), m_out, Content(m_err.get())};
 }
 
 }  // namespace kolmfluxor::test

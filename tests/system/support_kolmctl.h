@@ -86,6 +86,7 @@ inline constexpr DWORD kSuccess = 0;
 inline constexpr DWORD kRefused = 1;
 inline constexpr DWORD kUsage = 2;
 inline constexpr DWORD kNoDevice = 3;
+inline constexpr DWORD kNoOutput = 4;
 
 /// What kolmctl printed, for a message.
 void PrintTo(const ProcessOutcome& outcome, std::ostream* stream);

@@ -66,7 +66,8 @@ constexpr CommandRow kCommands[] = {
     {.name = "still",    .summary = "Take a still picture and write it to a PNG or BMP file",
      .example = "kolmctl --simulate still picture.png", .traceable = false, .make = MakeStill},
     {.name = "pages",    .summary = "Show the camera's property pages",
-     .example = "kolmctl --simulate pages --page exposure", .traceable = false, .make = MakePages},
+     .example = "kolmctl --simulate pages --page exposure --picture exposure.png", .traceable = false,
+     .make = MakePages},
     {.name = "trace",    .summary = "Run another subcommand, then show its driver requests (simulated camera only)",
      .example = "kolmctl --simulate trace set gain 100", .traceable = false, .make = MakeTrace},
 };

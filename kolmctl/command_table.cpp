@@ -19,6 +19,8 @@ constexpr CommandRow kCommands[] = {
      .example = "kolmctl --simulate get gain shutter", .traceable = true, .make = MakeGet},
     {.name = "set",      .summary = "Set value or mode of a feature, or both",
      .example = "kolmctl --simulate set gain 100 --mode manual", .traceable = true, .make = MakeSet},
+    {.name = "watch",    .summary = "Print features as the camera changes them, until Ctrl+C",
+     .example = "kolmctl --simulate watch gain shutter --for 1", .traceable = true, .make = MakeWatch},
     {.name = "trigger",  .summary = "Show the trigger, or set it",
      .example = "kolmctl --simulate trigger", .traceable = true, .make = MakeTrigger},
     {.group = "trigger", .name = "set", .summary = "Change what is named of the trigger; the rest stays",

@@ -4,6 +4,24 @@
 
 namespace kolmctl {
 
+std::vector<const FeatureName*> PresentFeatures(kolmfluxor::IKolmFluxorPropertySet& camera) {
+    std::vector<const FeatureName*> features;
+    HRESULT refusal = S_OK;
+    for (const FeatureName& feature : FeatureNames()) {
+        // A failure means that the camera does not answer for the feature.
+        BOOL present = FALSE;
+        if (const HRESULT hr = camera.IsFeaturePresent(IdOf(feature), &present); hr != S_OK) {
+            refusal = hr;
+        } else if (present) {
+            features.push_back(&feature);
+        }
+    }
+    if (features.empty()) {
+        throw CallError("the camera answers for no feature", refusal);
+    }
+    return features;
+}
+
 FeatureReading ReadFeature(kolmfluxor::IKolmFluxorPropertySet& camera, const FeatureName& feature) {
     FeatureReading reading{&feature, 0, 0};
     Check(camera.GetFeatureValueAndMode(IdOf(feature), &reading.value, &reading.mode),

@@ -23,7 +23,12 @@ struct FeatureReading {
     return static_cast<ULONG>(feature.id);
 }
 
-/// Reads value and mode: one request.
+/// The features that the camera has, in the order of their ids.
+///
+/// @throws CallError when it answers for none
+[[nodiscard]] std::vector<const FeatureName*> PresentFeatures(kolmfluxor::IKolmFluxorPropertySet& camera);
+
+/// Reads value and mode: one request, never what an earlier one has found.
 ///
 /// @throws CallError when the camera refuses or lacks the feature
 [[nodiscard]] FeatureReading ReadFeature(kolmfluxor::IKolmFluxorPropertySet& camera, const FeatureName& feature);

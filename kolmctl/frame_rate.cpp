@@ -1,7 +1,6 @@
 #include "frame_rate.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <iterator>
 #include <vector>
@@ -13,7 +12,6 @@ namespace kolmctl {
 namespace {
 
 constexpr std::int64_t kTimeOfOneMilliFps = 10'000'000'000;  // 1000 s in units of 100 ns
-constexpr double kFastest = 1e6;
 
 // IIDC, registers of the current frame rate.
 constexpr MilliFps kStandardRates[] = {1875, 3750, 7500, 15000, 30000, 60000, 120000, 240000};
@@ -42,16 +40,11 @@ std::string RateText(MilliFps rate) {
 }
 
 MilliFps ParseRate(const std::string& text) {
-    double rate = 0;
-    const char* const textEnd = text.data() + text.size();
-    const auto [end, error] = std::from_chars(text.data(), textEnd, rate, std::chars_format::fixed);
-    // Written so that it refuses "nan" as well.
-    const bool possible = error == std::errc() && end == textEnd && rate > 0 && rate <= kFastest;
-    const MilliFps thousandths = possible ? std::llround(rate * 1000) : 0;
-    if (thousandths == 0) {
+    const auto rate = ParseThousandths(text);
+    if (!rate) {
         throw UsageError("not a frame rate: \"" + text + "\"", "frame rates are frames per second, as in 30 or 7.5");
     }
-    return thousandths;
+    return *rate;
 }
 
 bool IsStandardRate(MilliFps rate) {

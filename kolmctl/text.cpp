@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdio>
 
 #include <windows.h>
@@ -64,6 +65,17 @@ std::optional<std::uint32_t> ParseNumber(std::string_view text) {
         return std::nullopt;
     }
     return value;
+}
+
+std::optional<std::int64_t> ParseThousandths(std::string_view text) {
+    constexpr double kLargest = 1e6;
+    double number = 0;
+    const char* const textEnd = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), textEnd, number, std::chars_format::fixed);
+    // Written so that it refuses "nan" as well.
+    const bool possible = error == std::errc() && end == textEnd && number > 0 && number <= kLargest;
+    const std::int64_t thousandths = possible ? std::llround(number * 1000) : 0;
+    return thousandths != 0 ? std::optional(thousandths) : std::nullopt;
 }
 
 std::string Hex32(std::uint32_t value) {

@@ -30,6 +30,11 @@ namespace kolmctl {
 /// Reads a whole text as an unsigned 32-bit number: decimal, or hexadecimal after "0x".
 [[nodiscard]] std::optional<std::uint32_t> ParseNumber(std::string_view text);
 
+/// Reads a whole text as a decimal number such as "30" or "7.5", rounded to thousandths.
+///
+/// @return  the thousandths; nothing for anything but a number from 0.001 to 1000000
+[[nodiscard]] std::optional<std::int64_t> ParseThousandths(std::string_view text);
+
 /// "0x" and eight digits.
 [[nodiscard]] std::string Hex32(std::uint32_t value);
 

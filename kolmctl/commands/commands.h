@@ -33,5 +33,6 @@ namespace kolmctl {
 [[nodiscard]] std::unique_ptr<Command> MakeTrace();
 [[nodiscard]] std::unique_ptr<Command> MakeTrigger();
 [[nodiscard]] std::unique_ptr<Command> MakeTriggerSet();
+[[nodiscard]] std::unique_ptr<Command> MakeWatch();
 
 }  // namespace kolmctl

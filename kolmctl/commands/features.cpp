@@ -20,20 +20,8 @@ public:
                                  {"max", "MAX", Align::right},
                                  {"mode", "MODE", Align::left},
                                  {"modes", "SUPPORTED MODES", Align::left}});
-        bool any = false;
-        HRESULT refusal = S_OK;
-        for (const FeatureName& feature : FeatureNames()) {
-            // A failure means that the camera does not answer for the feature.
-            BOOL present = FALSE;
-            if (const HRESULT hr = camera.IsFeaturePresent(IdOf(feature), &present); hr != S_OK) {
-                refusal = hr;
-            } else if (present) {
-                AddRow(&table, camera, feature);
-                any = true;
-            }
-        }
-        if (!any) {
-            throw CallError("the camera answers for no feature", refusal);
+        for (const FeatureName* feature : PresentFeatures(camera)) {
+            AddRow(&table, camera, *feature);
         }
         session.Out().Print(table);
     }

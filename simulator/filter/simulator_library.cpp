@@ -1,9 +1,13 @@
 #include "filter/simulator_library.h"
 
+#include <cstdio>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "base/errors.h"
 #include "base/module_state.h"
+#include "ksproxy/fault_text.h"
 
 namespace kolmsim {
 namespace {
@@ -41,10 +45,30 @@ std::wstring StateFile(const wchar_t* variant) {
     return folder + L"\\simulated-" + variant + L".camera";
 }
 
+/// The faults that KOLMSIM_FAULTS asks for; nothing, and a message on the error stream, when it cannot be understood.
+std::optional<std::vector<SimFault>> WantedFaults() {
+    std::string text;
+    for (const wchar_t c : Environment(L"KOLMSIM_FAULTS")) {
+        text += c > 0 && c < 0x80 ? static_cast<char>(c) : '?';  // words of the text are ASCII
+    }
+    try {
+        return ParseFaults(text);
+    } catch (const FaultTextError& error) {
+        std::fprintf(stderr, "KOLMSIM_FAULTS: %s\n", error.what());
+        std::fflush(stderr);
+        return std::nullopt;
+    }
+}
+
 }  // namespace
 
 OpenedCamera OpenVariant(const wchar_t* variant, HRESULT* hr) {
     OpenedCamera opened;
+    const auto faults = WantedFaults();
+    if (!faults) {
+        *hr = E_INVALIDARG;
+        return opened;
+    }
     opened.library.reset(::LoadLibraryW(StandInPath().c_str()));
     if (opened.library == nullptr) {
         *hr = kolmfluxor::HResultFromLastError();
@@ -64,6 +88,10 @@ OpenedCamera OpenVariant(const wchar_t* variant, HRESULT* hr) {
     }
     if (opened.camera == nullptr) {
         *hr = kolmfluxor::HResultFromLastError();
+        return opened;
+    }
+    for (const SimFault& fault : *faults) {
+        opened.camera->AddFault(fault);
     }
     return opened;
 }

@@ -32,9 +32,11 @@ struct OpenedCamera {
 /// The library is the `ksproxy.ax` beside this one, loaded by full path: a module loaded later that imports from
 /// `ksproxy.ax` is bound to it. Its memory is kept in a file: the one that the environment variable KOLMSIM_STATE
 /// names, else %LOCALAPPDATA%\KolmFluxor\simulated-<variant>.camera. With KOLMSIM_STATE=none, or where the file
-/// cannot be opened, the camera is a private one in its factory state.
+/// cannot be opened, the camera is a private one in its factory state. KOLMSIM_FAULTS names faults that wait for it, as
+/// fault_text.h tells.
 ///
-/// @param hr  set to a failure when there is no such camera
+/// @param hr  set to a failure when there is no such camera; E_INVALIDARG, with a message on the error stream, for
+///            faults that cannot be understood
 [[nodiscard]] OpenedCamera OpenVariant(const wchar_t* variant, HRESULT* hr);
 
 }  // namespace kolmsim

@@ -16,6 +16,7 @@ namespace kolmctl {
 [[nodiscard]] std::unique_ptr<Command> MakeIso();
 [[nodiscard]] std::unique_ptr<Command> MakeIsoSet();
 [[nodiscard]] std::unique_ptr<Command> MakeList();
+[[nodiscard]] std::unique_ptr<Command> MakeLoad();
 [[nodiscard]] std::unique_ptr<Command> MakeLut();
 [[nodiscard]] std::unique_ptr<Command> MakeLutDisable();
 [[nodiscard]] std::unique_ptr<Command> MakeLutEnable();
@@ -28,6 +29,7 @@ namespace kolmctl {
 [[nodiscard]] std::unique_ptr<Command> MakeRegDump();
 [[nodiscard]] std::unique_ptr<Command> MakeRegRead();
 [[nodiscard]] std::unique_ptr<Command> MakeRegWrite();
+[[nodiscard]] std::unique_ptr<Command> MakeSave();
 [[nodiscard]] std::unique_ptr<Command> MakeSet();
 [[nodiscard]] std::unique_ptr<Command> MakeStill();
 [[nodiscard]] std::unique_ptr<Command> MakeTrace();

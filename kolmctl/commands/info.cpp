@@ -4,36 +4,18 @@
 #include <cstdio>
 #include <iostream>
 
-#include <objbase.h>
-
 #include <kolmfluxor/features.h>
 
 #include "commands/commands.h"
 #include "errors.h"
 #include "iso_transfer.h"
+#include "owned_text.h"
 #include "text.h"
 
 namespace kolmctl {
 namespace {
 
 using kolmfluxor::IKolmFluxorPropertySet;
-
-/// A text that the interface allocates and its caller frees.
-class OwnedText {
-public:
-    OwnedText() = default;
-    ~OwnedText() { ::CoTaskMemFree(m_text); }
-    OwnedText(const OwnedText&) = delete;
-    OwnedText& operator=(const OwnedText&) = delete;
-
-    [[nodiscard]] char** Out() { return &m_text; }
-
-    /// Null when none was given.
-    [[nodiscard]] Json Cell() const { return m_text != nullptr ? Json(AnsiToUtf8(m_text)) : Json(); }
-
-private:
-    char* m_text = nullptr;
-};
 
 Json Number(ULONG value) {
     return value;

@@ -7,58 +7,13 @@
 #include "arguments.h"
 #include "commands/commands.h"
 #include "errors.h"
+#include "feature_change.h"
 #include "feature_reading.h"
-#include "text.h"
 
 namespace kolmctl {
 namespace {
 
 using kolmfluxor::IKolmFluxorPropertySet;
-
-/// A change of a feature as the command line tells it.
-struct Change {
-    const FeatureName& feature;
-    std::optional<std::uint32_t> value;
-    const ModeName* mode;  ///< null for none
-
-    [[nodiscard]] ULONG Mode() const { return static_cast<ULONG>(mode->mode); }
-};
-
-/// The method for value and mode leaves the check of the mode to the driver, so it is made here.
-HRESULT SetValueAndMode(IKolmFluxorPropertySet& camera, const Change& change) {
-    BOOL supported = FALSE;
-    const HRESULT hr = camera.IsFeatureModeSupported(IdOf(change.feature), change.Mode(), &supported);
-    if (hr != S_OK) {
-        return hr;
-    }
-    return supported ? camera.SetFeatureValueAndMode(IdOf(change.feature), *change.value, change.Mode()) : E_NOTIMPL;
-}
-
-HRESULT Apply(IKolmFluxorPropertySet& camera, const Change& change) {
-    if (change.mode == nullptr) {
-        return camera.SetFeatureValue(IdOf(change.feature), *change.value);
-    }
-    if (!change.value) {
-        return camera.SetFeatureMode(IdOf(change.feature), change.Mode());
-    }
-    return SetValueAndMode(camera, change);
-}
-
-/// What the feature would take; empty when neither range nor modes explain the refusal. Sends no request: the refused
-/// call has already read both.
-std::string WhatItTakes(IKolmFluxorPropertySet& camera, const Change& change, HRESULT refusal) {
-    const std::string name = change.feature.name;
-    ULONG min = 0;
-    ULONG max = 0;
-    if (refusal == E_INVALIDARG && change.value && camera.GetFeatureRange(IdOf(change.feature), &min, &max) == S_OK &&
-        (*change.value < min || *change.value > max)) {
-        return name + " takes values from " + std::to_string(min) + " to " + std::to_string(max);
-    }
-    if (refusal == E_NOTIMPL && change.mode != nullptr) {
-        return name + " supports these modes: " + Join(SupportedModes(camera, change.feature), ", ");
-    }
-    return {};
-}
 
 class SetCommand final : public Command {
 public:
@@ -75,17 +30,15 @@ public:
     }
 
     void Run(Session& session) override {
-        const Change change = ParseChange();
+        const FeatureChange change = ParseChange();
         IKolmFluxorPropertySet& camera = session.PropertySet();
-        if (const HRESULT hr = Apply(camera, change); hr != S_OK) {
-            throw CallError(Intention(), hr, WhatItTakes(camera, change, hr));
-        }
+        ApplyChange(camera, change, Intention());
         session.Out().Print(ReadingsTable({ReadFeature(camera, change.feature)}));
     }
 
 private:
-    [[nodiscard]] Change ParseChange() const {
-        Change change{ParseFeature(m_feature), std::nullopt, nullptr};
+    [[nodiscard]] FeatureChange ParseChange() const {
+        FeatureChange change{ParseFeature(m_feature), std::nullopt, nullptr};
         if (!m_value && !m_mode) {
             throw UsageError("nothing to set", "give a value, --mode, or both");
         }

@@ -18,12 +18,14 @@ struct ProcessOutcome {
     std::string err;  ///< standard error, byte for byte
 };
 
-/// Runs a program to its end, with an empty standard input and this process's environment.
+/// Runs a program to its end, with this process's environment.
 ///
 /// @param program    full path
 /// @param arguments  each arrives as one argument, whatever blanks or quotation marks it holds
+/// @param input      what its standard input holds, byte for byte
 /// @throws std::runtime_error when it cannot be started, or has not ended after a minute (it is ended then)
-[[nodiscard]] ProcessOutcome RunProcess(const std::wstring& program, const std::vector<std::wstring>& arguments);
+[[nodiscard]] ProcessOutcome RunProcess(const std::wstring& program, const std::vector<std::wstring>& arguments,
+                                        const std::string& input = {});
 
 /// A program that runs beside the test, with a pipe for its standard output and an empty standard input.
 class CPipedProcess {

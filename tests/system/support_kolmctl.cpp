@@ -91,14 +91,27 @@ void KolmctlTest::SetUp() {
     ASSERT_NE(::GetTempFileNameW(folder.data(), L"cam", 0, path.data()), 0U);
     m_stateFile = path.data();
     ASSERT_TRUE(::SetEnvironmentVariableW(L"KOLMSIM_STATE", m_stateFile.c_str()));
+    ::SetEnvironmentVariableW(L"KOLMSIM_FAULTS", nullptr);  // of an earlier test that did not come to its end
 }
 
 void KolmctlTest::TearDown() {
     EXPECT_TRUE(::DeleteFileW(m_stateFile.c_str())) << "a process still has the camera: " << ::GetLastError();
 }
 
-ProcessOutcome KolmctlTest::Kolmctl(const std::vector<std::wstring>& arguments) {
-    return RunProcess(CModule::BesideTheTests(L"kolmctl.exe"), arguments);
+ProcessOutcome KolmctlTest::Kolmctl(const std::vector<std::wstring>& arguments, const std::string& input) {
+    return RunProcess(CModule::BesideTheTests(L"kolmctl.exe"), arguments, input);
+}
+
+ProcessOutcome KolmctlTest::KolmctlWithFaults(const std::wstring& faults, const std::vector<std::wstring>& arguments) {
+    ::SetEnvironmentVariableW(L"KOLMSIM_FAULTS", faults.c_str());
+    ProcessOutcome outcome = Kolmctl(arguments);
+    ::SetEnvironmentVariableW(L"KOLMSIM_FAULTS", nullptr);
+    return outcome;
+}
+
+void KolmctlTest::ChangeToFreshCamera() const {
+    ASSERT_TRUE(::DeleteFileW(m_stateFile.c_str())) << "a process still has the camera: " << ::GetLastError();
+    const UniqueCamera made = OpenCamera();  // makes the file anew
 }
 
 UniqueCamera KolmctlTest::OpenCamera(const wchar_t* variant) const {

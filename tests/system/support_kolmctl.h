@@ -58,7 +58,15 @@ protected:
     void TearDown() override;
 
     /// Runs kolmctl.exe with these arguments.
-    [[nodiscard]] static ProcessOutcome Kolmctl(const std::vector<std::wstring>& arguments);
+    [[nodiscard]] static ProcessOutcome Kolmctl(const std::vector<std::wstring>& arguments,
+                                                const std::string& input = {});
+
+    /// The same on a camera with faults. @param faults  as KOLMSIM_FAULTS holds them
+    [[nodiscard]] static ProcessOutcome KolmctlWithFaults(const std::wstring& faults,
+                                                          const std::vector<std::wstring>& arguments);
+
+    /// The runs of kolmctl from here on have a camera in factory state.
+    void ChangeToFreshCamera() const;
 
     /// The camera that the runs of kolmctl share, seen from outside. @param variant  L"mono" or L"color"
     [[nodiscard]] UniqueCamera OpenCamera(const wchar_t* variant = L"color") const;

@@ -269,10 +269,6 @@ static_assert(WellFormed());
 
 }  // namespace
 
-std::span<const SettingRow> SettingRows() {
-    return kRows;
-}
-
 std::vector<Setting> AllSettings() {
     std::vector<Setting> settings;
     for (const SettingRow& row : kRows) {

@@ -110,6 +110,33 @@ INSTANTIATE_TEST_SUITE_P(Commands, KolmctlFailingDriver, ::testing::ValuesIn(kCo
 
 class KolmctlFaults : public KolmctlSettings {};
 
+TEST_F(KolmctlFaults, an_upload_that_breaks_off_says_why) {
+    const CSettingsFile table(L"table.bin");
+    table.Write(std::string(8192, '\1'));
+    const std::vector<std::wstring> upload = {L"--simulate", L"lut", L"upload", table.Path(), L"--number", L"1"};
+    ASSERT_EQ(Kolmctl(upload).exitCode, kSuccess);
+
+    for (const wchar_t* when : {L"any", L"any #1", L"any #2", L"any #5", L"11 #6"}) {
+        EXPECT_THAT(KolmctlWithFaults(L"any " + std::wstring(when) + L" 8007001F", upload),
+                    Fails(kRefused, "0x8007001F ERROR_GEN_FAILURE"));
+        EXPECT_THAT(KolmctlWithFaults(L"any " + std::wstring(when) + L" unplug", upload),
+                    Fails(kRefused, "0x8007048F ERROR_DEVICE_NOT_CONNECTED"));
+    }
+    // A block's own result is not looked at: the memory's control register tells, and here it says that all is well.
+    EXPECT_EQ(KolmctlWithFaults(L"set 62 #3 8007001F", upload).exitCode, kSuccess);
+    EXPECT_THAT(KolmctlWithFaults(L"set 62 #3 unplug", upload),
+                Fails(kRefused, "0x8007048F ERROR_DEVICE_NOT_CONNECTED"));
+}
+
+TEST_F(KolmctlFaults, a_trace_shows_the_request_that_failed) {
+    const ProcessOutcome outcome =
+        KolmctlWithFaults(L"set 0 8007001F", {L"--simulate", L"trace", L"set", L"gain", L"7"});
+
+    EXPECT_EQ(outcome.exitCode, kRefused);
+    EXPECT_THAT(outcome.err, HasSubstr("kolmctl: cannot set gain to 7: 0x8007001F ERROR_GEN_FAILURE"));
+    EXPECT_THAT(outcome.out, HasSubstr("SET  property 0  64 bytes  0x8007001F ERROR_GEN_FAILURE"));
+}
+
 TEST_F(KolmctlFaults, a_refused_command_changes_nothing) {
     const std::string before = Save().out;
 

@@ -207,6 +207,26 @@ TEST_F(KolmctlSettings, a_failing_save_leaves_the_earlier_file) {
                 Fails(kRefused, "0x8007001F ERROR_GEN_FAILURE"));
 }
 
+TEST_F(KolmctlSettings, save_puts_a_new_file_in_the_place_of_the_earlier_one) {
+    const CSettingsFile file;
+    const CSettingsFile other;
+    file.Write("an earlier file");
+    ASSERT_TRUE(::CreateHardLinkW(other.Path().c_str(), file.Path().c_str(), nullptr)) << ::GetLastError();
+
+    ASSERT_EQ(Kolmctl({L"--simulate", L"save", file.Path()}).exitCode, kSuccess);
+
+    EXPECT_EQ(other.Content(), "an earlier file") << "it was written over, so a failure would have left a part";
+}
+
+TEST_F(KolmctlSettings, load_keeps_other_bits_of_a_register_but_gives_no_command) {
+    // Pan: absolute control (b30), a one-push under way (b26), on.
+    ASSERT_TRUE(OpenCamera()->PokeRegister(0xF0F00884, 0xC6000011));
+
+    const ProcessOutcome outcome = Kolmctl({L"--simulate", L"trace", L"load", L"-"}, File(R"("pan": {"value": 18})"));
+
+    EXPECT_THAT(outcome.out, HasSubstr("SET  property 11  32 bytes  0x00000000 S_OK\n      24  f0f00884 c2000012"));
+}
+
 TEST_F(KolmctlSettings, save_tells_why_a_file_cannot_be_written) {
     const CSettingsFile file;
     std::filesystem::create_directory(file.Path());

@@ -80,7 +80,7 @@ inline constexpr ChangedRegister kFixedFormat[] = {{0xF0F00600, 0x40000000}};
 /// A file in a folder of its own, which goes with it.
 class CSettingsFile {
 public:
-    CSettingsFile() {
+    explicit CSettingsFile(const wchar_t* name = L"camera.json") : m_name(name) {
         std::array<wchar_t, MAX_PATH> folder{};
         std::array<wchar_t, MAX_PATH> path{};
         ::GetTempPathW(static_cast<DWORD>(folder.size()), folder.data());
@@ -93,16 +93,14 @@ public:
     CSettingsFile(const CSettingsFile&) = delete;
     CSettingsFile& operator=(const CSettingsFile&) = delete;
 
-    [[nodiscard]] std::wstring Path() const { return (m_folder / L"camera.json").wstring(); }
+    [[nodiscard]] std::wstring Path() const { return (m_folder / m_name).wstring(); }
 
     [[nodiscard]] std::string Content() const {
-        std::ifstream file(m_folder / L"camera.json", std::ios::binary);
+        std::ifstream file(m_folder / m_name, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    void Write(const std::string& content) const {
-        std::ofstream(m_folder / L"camera.json", std::ios::binary) << content;
-    }
+    void Write(const std::string& content) const { std::ofstream(m_folder / m_name, std::ios::binary) << content; }
 
     /// How many files the folder has.
     [[nodiscard]] std::ptrdiff_t Files() const {
@@ -111,6 +109,7 @@ public:
 
 private:
     std::filesystem::path m_folder;
+    std::wstring m_name;
 };
 
 class KolmctlSettings : public KolmctlTest {

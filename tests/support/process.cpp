@@ -62,19 +62,11 @@ struct Streams {
 };
 
 UniqueHandle Start(const std::wstring& program, const std::vector<std::wstring>& arguments, const Streams& streams) {
-ProcessOutcome RunProcess(const std::wstring& program, const std::vector<std::wstring>& arguments,
-                          const std::string& input) {
     std::wstring commandLine;
     Append(&commandLine, program);
     for (const std::wstring& argument : arguments) {
         Append(&commandLine, argument);
     }
-    DWORD written = 0;
-    if (!::WriteFile(in.get(), input.data(), static_cast<DWORD>(input.size()), &written, nullptr) ||
-        written != input.size()) {
-        throw std::runtime_error("RunProcess: the program's input could not be written");
-    }
-    ::SetFilePointer(in.get(), 0, nullptr, FILE_BEGIN);  // the child inherits the place
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
@@ -107,8 +99,15 @@ DWORD ExitCode(HANDLE process) {
 
 }  // namespace
 
-ProcessOutcome RunProcess(const std::wstring& program, const std::vector<std::wstring>& arguments) {
+ProcessOutcome RunProcess(const std::wstring& program, const std::vector<std::wstring>& arguments,
+                          const std::string& input) {
     const UniqueHandle in = TemporaryFile();
+    DWORD written = 0;
+    if (!::WriteFile(in.get(), input.data(), static_cast<DWORD>(input.size()), &written, nullptr) ||
+        written != input.size()) {
+        throw std::runtime_error("RunProcess: the program's input could not be written");
+    }
+    ::SetFilePointer(in.get(), 0, nullptr, FILE_BEGIN);  // the child inherits the place
     const UniqueHandle out = TemporaryFile();
     const UniqueHandle err = TemporaryFile();
     const UniqueHandle process = Start(program, arguments, {in.get(), out.get(), err.get()});

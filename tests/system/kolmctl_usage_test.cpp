@@ -11,10 +11,9 @@ using ::testing::MatchesRegex;
 
 class KolmctlUsage : public KolmctlTest {};
 
-constexpr const char* kSubcommands[] = {"list", "info", "features", "get",   "set",     "trigger", "iso",   "lut",
-                                        "reg",  "raw",  "trace",    "pages", "formats", "format",  "still", "watch"};
-constexpr const char* kSubcommands[] = {"list", "info", "features", "get",   "set",     "trigger", "iso",  "lut",
-                                        "reg",  "raw",  "trace",    "pages", "formats", "format",  "save", "load"};
+constexpr const char* kSubcommands[] = {"list",    "info",   "features", "get",   "set",   "trigger",
+                                        "iso",     "lut",    "reg",      "raw",   "trace", "pages",
+                                        "formats", "format", "still",    "watch", "save",  "load"};
 
 TEST_F(KolmctlUsage, help_names_every_subcommand_with_an_example_and_the_exit_codes) {
     const ProcessOutcome outcome = Kolmctl({L"--help"});

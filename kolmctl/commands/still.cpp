@@ -53,8 +53,8 @@ public:
         app.add_option("--count", m_count, "Take so many pictures, to files with numbers in their names")
             ->option_text("N");
         app.footer(
-            "The camera works at 3.75 frames per second from then on; with its trigger on, the\n"
-            "program waits for that.\n\n" +
+            "The camera works at 3.75 frames per second from then on, or at the nearest rate of\n"
+            "its mode; with its trigger on, the program waits for that.\n\n" +
             app.get_footer());
     }
 

@@ -26,8 +26,8 @@ std::string Narrow(const std::wstring& text) {
 }
 
 /// The key of a class below HKEY_CLASSES_ROOT.
-std::string ClassKey(REFCLSID classId) {
-    return "CLSID\\" + Narrow(GuidText(classId));
+std::wstring ClassKey(REFCLSID classId) {
+    return L"CLSID\\" + GuidText(classId);
 }
 
 /// The module's file path; a path that does not fit the customary 260 characters is a failure.
@@ -57,7 +57,7 @@ LSTATUS SetText(const UniqueRegistryKey& key, const char* name, const std::strin
 LSTATUS RegisterClass(const CFactoryTemplate& row, const std::string& modulePath) {
     UniqueRegistryKey classKey;
     UniqueRegistryKey serverKey;
-    LSTATUS status = CreateKey(HKEY_CLASSES_ROOT, ClassKey(*row.classId), classKey);
+    LSTATUS status = CreateKey(HKEY_CLASSES_ROOT, Narrow(ClassKey(*row.classId)), classKey);
     if (status == ERROR_SUCCESS) status = SetText(classKey, nullptr, Narrow(row.name));
     if (status == ERROR_SUCCESS) status = CreateKey(classKey.get(), "InprocServer32", serverKey);
     if (status == ERROR_SUCCESS) status = SetText(serverKey, nullptr, modulePath);
@@ -65,24 +65,25 @@ LSTATUS RegisterClass(const CFactoryTemplate& row, const std::string& modulePath
     return status;
 }
 
-/// Deletes a key depth first and tells whether it is gone; a key that refuses to go is left behind, with its parents.
-bool DeleteKeyTree(HKEY parent, const char* name) {
+/// Deletes a key depth first and tells whether it went; one that can't be opened or deleted is left behind.
+///
+/// Wide functions: a foreign subkey may have a name outside the ANSI code page, which could be listed but not opened.
+bool DeleteKeyTree(HKEY parent, const wchar_t* name) {
     HKEY opened = nullptr;
-    const LSTATUS status = ::RegOpenKeyExA(parent, name, 0, KEY_ALL_ACCESS, &opened);
-    if (status != ERROR_SUCCESS) return status == ERROR_FILE_NOT_FOUND;
+    if (::RegOpenKeyExW(parent, name, 0, KEY_ALL_ACCESS, &opened) != ERROR_SUCCESS) return false;
     UniqueRegistryKey key(opened);
 
     DWORD leftBehind = 0;  // these come first when the subkeys are counted
     for (;;) {
-        std::array<char, MAX_PATH> subkey{};
+        std::array<wchar_t, MAX_PATH> subkey{};
         auto length = static_cast<DWORD>(subkey.size());
-        if (::RegEnumKeyExA(key.get(), leftBehind, subkey.data(), &length, nullptr, nullptr, nullptr, nullptr) !=
+        if (::RegEnumKeyExW(key.get(), leftBehind, subkey.data(), &length, nullptr, nullptr, nullptr, nullptr) !=
             ERROR_SUCCESS)
             break;
         if (!DeleteKeyTree(key.get(), subkey.data())) ++leftBehind;
     }
     key.reset();
-    return ::RegDeleteKeyA(parent, name) == ERROR_SUCCESS;
+    return ::RegDeleteKeyW(parent, name) == ERROR_SUCCESS;
 }
 
 /// Creates the filter mapper, the newer one or else the older, and lets it go again.
@@ -121,7 +122,7 @@ HRESULT UnregisterClasses(std::span<const CFactoryTemplate> classes) {
     if (const HRESULT hr = ModulePath(path); FAILED(hr)) return hr;
     if (const HRESULT hr = RequireFilterMapper(); FAILED(hr)) return hr;
     for (const CFactoryTemplate& row : classes) {
-        std::ignore = DeleteKeyTree(HKEY_CLASSES_ROOT, ClassKey(*row.classId).c_str());  // what refuses to go stays
+        std::ignore = DeleteKeyTree(HKEY_CLASSES_ROOT, ClassKey(*row.classId).c_str());  // gone already, or it stays
     }
     return S_OK;
 }

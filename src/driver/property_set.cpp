@@ -39,7 +39,7 @@ HANDLE DeviceOf(IUnknown* filter, HRESULT* hr) {
         *hr = query;
         return nullptr;
     }
-    HANDLE const device = object->KsGetObjectHandle();
+    HANDLE const device = object != nullptr ? object->KsGetObjectHandle() : nullptr;
     if (device == nullptr) *hr = E_UNEXPECTED;
     return device;
 }

@@ -178,6 +178,13 @@ TEST_F(ClassFactory, server_locks_keep_the_module) {
     EXPECT_TRUE(CanUnload());
 }
 
+TEST_F(ClassFactory, an_unlocking_too_many_does_not_keep_the_module) {
+    ChangeServerLocks(-1);
+    EXPECT_TRUE(CanUnload());
+    ChangeServerLocks(+1);
+    EXPECT_TRUE(CanUnload());
+}
+
 int g_loadings = 0;
 int g_unloadings = 0;
 

@@ -229,6 +229,14 @@ TEST_F(FeatureOperations, an_unknown_mode_number_fails_and_sends_no_set) {
     }
 }
 
+TEST_F(FeatureOperations, SetFeatureValueAndMode_checks_the_value_before_the_mode) {
+    EXPECT_EQ(Object()->SetFeatureValueAndMode(kGain, 77, kNoMode), E_FAIL);
+    EXPECT_EQ(Object().Sent(), Wire{Get(kGainId)}) << "the range is read first";
+
+    EXPECT_EQ(Object()->SetFeatureValueAndMode(kGain, WordOf(kGainId, kMax) + 1, kNoMode), E_INVALIDARG);
+    EXPECT_EQ(Object().Sent(), Wire{});
+}
+
 TEST_F(FeatureOperations, SetFeatureMode_without_the_capability_is_E_NOTIMPL_and_sends_no_set) {
     ASSERT_TRUE(Camera().SetFeatureWord(kGainId, kModeCaps, 0xFFFFFFFF & ~0x8u));
 

@@ -13,8 +13,8 @@ constexpr auto kShutter = static_cast<ULONG>(FeatureId::shutter);
 constexpr auto kTimeBase = static_cast<ULONG>(FeatureId::timeBase);
 constexpr auto kExtendedShutter = static_cast<ULONG>(FeatureId::extendedShutter);
 
-// Results of reads and writes below are ignored on purpose: what could not be read counts as 0, and a refused write is
-// not reported; only a feature that runs by itself is read again.
+// Results of reads and writes below are ignored on purpose: what could not be read counts as 0, only a time base stays
+// the one that is known; a refused write is not reported. Only a feature that runs by itself is read again.
 
 }  // namespace
 
@@ -30,21 +30,12 @@ ULONG CKolmShutterCtrl::TimeBaseUs() const {
 }
 
 void CKolmShutterCtrl::FillTimeBases() const {
-    for (std::size_t index = 0; index < kTimeBases.size(); ++index) {
-        const LRESULT entry = Send(m_timeBaseCombo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(kTimeBases[index].text));
-        Send(m_timeBaseCombo, CB_SETITEMDATA, static_cast<WPARAM>(entry), static_cast<LPARAM>(index));
-    }
+    for (ULONG index = 0; index < kTimeBases.size(); ++index)
+        AddEntry(m_timeBaseCombo, kTimeBases[index].text, index);
 }
 
 void CKolmShutterCtrl::SelectTimeBase(ULONG index) {
-    const LRESULT count = Send(m_timeBaseCombo, CB_GETCOUNT);
-    for (LRESULT i = 0; i < count; ++i) {
-        const auto entry = static_cast<WPARAM>(i);
-        if (static_cast<ULONG>(Send(m_timeBaseCombo, CB_GETITEMDATA, entry)) != index) continue;
-        Send(m_timeBaseCombo, CB_SETCURSEL, entry);
-        m_timeBaseIndex = index;
-        return;
-    }
+    if (SelectEntry(m_timeBaseCombo, index)) m_timeBaseIndex = index;
 }
 
 void CKolmShutterCtrl::OnTimeBaseChanged() {
@@ -102,8 +93,9 @@ void CKolmShutterCtrl::OnExtendedClicked(IKolmFluxorPropertySet* camera) {
         return;
     }
 
+    // Without an answer the known time base holds: dividing by none would expose up to 1000 times too long.
     ULONG timeBaseIndex = 0;
-    std::ignore = camera->GetFeatureValue(kTimeBase, &timeBaseIndex);
+    if (camera->GetFeatureValue(kTimeBase, &timeBaseIndex) != S_OK) timeBaseIndex = m_timeBaseIndex;
     const ULONG units = std::max(min, std::min(max, ShutterUnitsOf(value, timeBaseIndex)));
     std::ignore = camera->SetFeatureValue(kShutter, units);
     std::ignore = camera->GetFeatureValue(kShutter, &value);
@@ -113,7 +105,8 @@ void CKolmShutterCtrl::OnExtendedClicked(IKolmFluxorPropertySet* camera) {
 void CKolmShutterCtrl::EnableValueControls(bool enable) {
     for (const int id : {m_extendedBox, Ids().groupBox})
         EnableItem(id, enable);
-    EnableItem(m_timeBaseCombo, enable && !IsExtended());  // in extended display there is no time base to choose
+    // In extended display there is no time base to choose: the combo stays closed there, whatever the mode frees.
+    EnableItem(m_timeBaseCombo, enable && !IsExtended());
     CFeatureSliderCtrl::EnableValueControls(enable);
 }
 

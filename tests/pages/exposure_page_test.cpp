@@ -339,12 +339,25 @@ TEST_F(ExposurePage, extd_and_control_1055_make_the_page_dirty_and_apply_clears_
     EXPECT_EQ(Object().Sent(), Wire{});
 }
 
-TEST_F(ExposurePage, sliders_and_modes_do_not_make_it_dirty) {
+TEST_F(ExposurePage, unchecking_extd_makes_the_page_dirty_too) {
+    const auto page = Open();
+    page->Click(kExtd);
+    ASSERT_EQ(page->Page()->Apply(), S_OK);
+
+    page->Click(kExtd);
+
+    EXPECT_EQ(page->Page()->IsPageDirty(), S_OK);
+    EXPECT_EQ(page->Site().reports.size(), 2u);
+}
+
+TEST_F(ExposurePage, sliders_modes_and_the_time_base_do_not_make_it_dirty) {
     const auto page = Open();
     page->Drag(1079, 50);
     page->Drag(kShutterSlider, 50);
     page->Pick(1083, "Auto");
+    page->Pick(kTimeBase, "1000\xB5s");
     EXPECT_EQ(page->Page()->IsPageDirty(), S_FALSE);
+    EXPECT_TRUE(page->Site().reports.empty());
 }
 
 // ---- Template

@@ -5,7 +5,7 @@
 /// contract; slots 0 to 2 are those of `IUnknown`, so the first method here is slot 3.
 ///
 /// Rules that hold for every method unless its comment says otherwise:
-/// - The result is an `HRESULT`. Null outputs give `E_POINTER` before anything is sent; values out of range give
+/// - The result is an `HRESULT`. Null pointers give `E_POINTER` before anything is sent; values out of range give
 ///   `E_INVALIDARG` before anything is set (the range may be read first); unknown feature ids and modes give `E_FAIL`.
 ///   What the driver answers is passed through unchanged. Treat any non-zero result, `S_FALSE` too, as a failure.
 /// - Outputs of the generic feature operations are preset (to 0, FALSE or mode 10) before any work; outputs of the
@@ -37,8 +37,8 @@ IKolmFluxorPropertySet : public IUnknown {
     // Get:   value and current mode; autoOn and onePush tell the mode, both FALSE in any other one and after a failure.
     // Set:   mode Auto, OnePush or Manual, with a value inside the range even where the camera chooses it itself;
     //        autoOn and onePush together give E_INVALIDARG.
-    // Range: limits of the value; autoOn and onePush tell the *current* mode and are written only when the limits could
-    //        be read (result exactly S_OK).
+    // Range: limits of the value; autoOn and onePush tell the *current* mode and are written only once reading the
+    //        limits gave exactly S_OK: both FALSE, with the failure as the result, when the mode then can't be read.
 
     /// Slot 5. Gain (feature 265).
     virtual HRESULT STDMETHODCALLTYPE GetGain(ULONG * value, BOOL * autoOn, BOOL * onePush) = 0;
@@ -108,7 +108,8 @@ IKolmFluxorPropertySet : public IUnknown {
     ///
     /// The first four outputs are filled when the first request succeeded, even if the second one fails; then its code
     /// is returned and the versions are left alone. Otherwise the first request's code is returned. So is
-    /// `E_OUTOFMEMORY` for the versions: with the texts handed out.
+    /// `E_OUTOFMEMORY`: for the versions with the texts handed out, for a text with the versions handed out if those
+    /// could be had.
     virtual HRESULT STDMETHODCALLTYPE GetCameraInfoEx(char** text1, char** text2, char** text3, ULONG* number,
                                                       char** version1, char** version2) = 0;
     /// Slot 30. Always `E_NOTIMPL`.
@@ -176,7 +177,7 @@ IKolmFluxorPropertySet : public IUnknown {
 
     // ---- Feature 523 ------------------------------------------------------------------------------------------------
 
-    /// Slot 46. Whether the camera has feature 523.
+    /// Slot 46. Whether the camera has feature 523; FALSE with the driver's code when the driver refuses it.
     virtual HRESULT STDMETHODCALLTYPE IsFeature523Present(BOOL * present) = 0;
     /// Slot 47. TRUE when the mode of feature 523 is Manual; FALSE otherwise, after a failure too.
     virtual HRESULT STDMETHODCALLTYPE GetFeature523OnOff(BOOL * on) = 0;
@@ -251,7 +252,9 @@ IKolmFluxorPropertySet : public IUnknown {
     virtual HRESULT STDMETHODCALLTYPE GetRegisterComposite72(ULONG * a, ULONG * b) = 0;
     /// Slot 73. Uploads `b` quadlets of shading data from `a` through the camera's GP buffer.
     ///
-    /// @return  `E_INVALIDARG` for more quadlets than slot 72 tells, `E_FAIL` when the camera has no GP buffer
+    /// A failed access to the memory's control register ends it at once, with the memory maybe left open for writing.
+    /// @return  `E_POINTER` for null data, `E_INVALIDARG` for more quadlets than slot 72 tells, `E_FAIL` when the
+    ///          camera has no GP buffer
     virtual HRESULT STDMETHODCALLTYPE SetRegisterComposite73(ULONG * a, ULONG b) = 0;
     /// Slot 74. Whether the look-up table (LUT) is on, the current table, how many there are, and their size in bytes.
     virtual HRESULT STDMETHODCALLTYPE GetLutControl(BOOL * on, ULONG * lutNumber, ULONG * numberOfLuts,
@@ -260,6 +263,7 @@ IKolmFluxorPropertySet : public IUnknown {
     virtual HRESULT STDMETHODCALLTYPE SetLutControl(ULONG on, ULONG lutNumber) = 0;
     /// Slot 76. Loads one LUT into the camera through its GP buffer, block by block.
     ///
+    /// A failed access to the memory's control register ends it at once, with the memory maybe left open for writing.
     /// @param data       `quadlets` words in the layout of the camera's LUT memory
     /// @param lutNumber  table to load; a number equal to the count of tables is accepted
     /// @return  `E_POINTER` for null data; `E_INVALIDARG` when the table is too large or its number too high; `E_FAIL`
@@ -323,7 +327,10 @@ IKolmFluxorPropertySet : public IUnknown {
     // Presence, modes and ranges are read once for each feature and kept while the object lives; values and current
     // modes are always read from the camera.
 
-    /// Slot 98. Whether the driver answers for the feature; an unknown feature id is simply not present (`S_OK`).
+    /// Slot 98. Whether the driver answers for the feature.
+    ///
+    /// @return  the driver's code, with FALSE, when it refuses a known feature: mostly because the camera lacks it. An
+    ///          unknown feature id is simply not present (`S_OK`).
     virtual HRESULT STDMETHODCALLTYPE IsFeaturePresent(ULONG featureId, BOOL * present) = 0;
     /// Slot 99. Lowest value; always 0 for feature 515.
     virtual HRESULT STDMETHODCALLTYPE GetFeatureMin(ULONG featureId, ULONG * min) = 0;
@@ -357,6 +364,8 @@ IKolmFluxorPropertySet : public IUnknown {
     /// @param mode  one mask of 0x10000 (mode 0) ... 0x200000 (mode 5), 0x40000000 (mode 14), 0x80000000 (mode 15);
     ///              left alone when the camera reports none
     /// @param on    1 unless the camera can switch its trigger off and has done so
+    /// @param polarity   1 when the camera can invert its trigger and has done so, else 0
+    /// @param valueFlag  1 when the camera's inquiry and its state both carry 0x80, else 0
     virtual HRESULT STDMETHODCALLTYPE GetTrigger(ULONG * mode, ULONG * on, ULONG * polarity, ULONG * valueFlag) = 0;
     /// Slot 111. Sets trigger mode (a mask as above) and parameter; `on` and `polarity` count when exactly 1.
     virtual HRESULT STDMETHODCALLTYPE SetTrigger(ULONG mode, ULONG on, ULONG polarity, ULONG parameter) = 0;
@@ -380,14 +389,16 @@ IKolmFluxorPropertySet : public IUnknown {
     ///
     /// @param pin   the pin, or any object that leads to `IAMStreamConfig` by query
     /// @param mt    a type with a `VIDEOINFOHEADER` block of at least 88 bytes, else `E_INVALIDARG`
-    /// @param caps  the capabilities that belong to it
+    /// @param caps  the capabilities that belong to it; not looked at, but not null
+    /// @return      `E_POINTER` for a null argument; else what the query, property 61 or `SetFormat` returned
     virtual HRESULT STDMETHODCALLTYPE ApplyMediaTypeComposite(IUnknown * pin, AM_MEDIA_TYPE * mt,
                                                               VIDEO_STREAM_CONFIG_CAPS * caps) = 0;
     /// Slot 118. Image offset in pixels (a = x, b = y) of the Format 7 mode that the media type names.
     ///
-    /// @return  `E_INVALIDARG` for a format block below 88 bytes or a type that is not Format 7
+    /// @return  `E_POINTER` for a null argument; `E_INVALIDARG` for a format block below 88 bytes or a type that is not
+    ///          Format 7
     virtual HRESULT STDMETHODCALLTYPE GetImagePositionForMediaType(ULONG * a, ULONG * b, AM_MEDIA_TYPE * mt) = 0;
-    /// Slot 119. Sets the image offset; `E_INVALIDARG` also when the driver corrected it.
+    /// Slot 119. Sets the image offset; codes as of slot 118, `E_INVALIDARG` also when the driver corrected it.
     virtual HRESULT STDMETHODCALLTYPE SetImagePositionForMediaType(ULONG a, ULONG b, AM_MEDIA_TYPE * mt) = 0;
 
 protected:

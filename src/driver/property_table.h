@@ -52,7 +52,7 @@ inline constexpr DirectProperty kImagePosition     = {.id = 65, .sizeBytes = 40,
     return {.id = id, .in = {24, 28}, .out = {44, 24, 48}};
 }
 
-/// The record size that the driver contract gives an id.
+/// The record size that the driver contract gives an id of this table.
 [[nodiscard]] consteval ULONG RecordSizeOf(ULONG id) {
     switch (id) {
     case 11:

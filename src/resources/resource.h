@@ -23,6 +23,7 @@
 #define IDS_DIRECT_ACCESS 208
 #define IDS_EXPOSURE 209
 #define IDS_SMART01 210
+#define IDS_LUT 211
 
 // Icon
 #define IDI_KOLMFLUXOR 205
@@ -42,7 +43,6 @@
 #define IDB_TRIGGER_MODE4_INVERTED 221
 #define IDB_TRIGGER_MODE5_INVERTED 222
 #define IDB_TRIGGER_MODE15_INVERTED 216
-#define IDS_LUT 211
 
 // Page "Exposure"
 #define IDC_MARK_DIRTY 1055  // no control of this template; its click marks the page dirty all the same
@@ -225,6 +225,7 @@
 #define IDC_DSNU_MAX 1155
 #define IDC_DSNU_MODE 1156
 #define IDC_DSNU 1157
+
 // Page "LUT"
 #define IDC_LUT_ENABLE 1055
 #define IDC_LUT_FUNCTION 1057

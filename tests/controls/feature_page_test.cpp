@@ -196,6 +196,28 @@ TEST_F(FeaturePage, handles_its_own_messages_only) {
     EXPECT_EQ(page->Inner()->Release(), 0u);
 }
 
+TEST_F(FeaturePage, handles_what_its_groups_send) {
+    HRESULT hr = E_FAIL;
+    auto* const page = static_cast<CKolmFluxorPage_Exposure*>(CKolmFluxorPage_Exposure::CreateInstance(nullptr, &hr));
+    ASSERT_EQ(hr, S_OK);
+    page->Inner()->AddRef();
+    ASSERT_EQ(Connect(*page), S_OK);
+    ASSERT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    const auto scroll = [&](int id) {
+        return page->OnReceiveMessage(Dialog(), WM_HSCROLL, TB_THUMBTRACK,
+                                      reinterpret_cast<LPARAM>(::GetDlgItem(Dialog(), id)));
+    };
+    for (const int combo : {1074, 1083, 1089, 1097, 1103})
+        EXPECT_EQ(page->OnReceiveMessage(Dialog(), WM_COMMAND, MAKEWPARAM(combo, CBN_SELCHANGE), 0), 1) << combo;
+    EXPECT_EQ(page->OnReceiveMessage(Dialog(), WM_COMMAND, MAKEWPARAM(1089, CBN_DROPDOWN), 0), 0);
+    for (const int trackbar : {1073, 1079, 1085, 1093, 1099})
+        EXPECT_EQ(scroll(trackbar), 1) << trackbar;
+    EXPECT_EQ(scroll(1081), 0) << "no trackbar";
+    EXPECT_EQ(page->Deactivate(), S_OK);
+    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
+    EXPECT_EQ(page->Inner()->Release(), 0u);
+}
+
 TEST_F(FeaturePage, swallows_as_many_reports_as_it_was_told_to) {
     auto* const page = new CBarePage(0);
     CPageSite site;

@@ -84,6 +84,13 @@ TEST_F(FeatureSlider, modes_are_a_choice_from_two_entries_on) {
     EXPECT_FALSE(m_group.SelectMode(3));
 }
 
+TEST_F(FeatureSlider, the_first_of_two_entries_with_one_mode_is_selected) {
+    for (const ULONG mode : {3u, 1u, 1u})
+        m_group.AddMode(mode);
+    EXPECT_TRUE(m_group.SelectMode(1));
+    EXPECT_EQ(m_window.Send(kIds.modeCombo, CB_GETCURSEL), 1);
+}
+
 TEST_F(FeatureSlider, a_failing_count_selects_nothing) {
     m_group.AddMode(1);
     const CRefusingControl refusing(::GetDlgItem(m_window.Handle(), kIds.modeCombo), CB_GETCOUNT, CB_ERR);
@@ -206,6 +213,14 @@ TEST_F(Shutter, selects_only_time_bases_that_there_are) {
     }
     m_shutter.SelectTimeBase(10);
     EXPECT_EQ(m_shutter.TimeBaseUs(), 1000u) << "nothing changes";
+}
+
+TEST_F(Shutter, the_first_of_two_entries_with_one_time_base_is_selected) {
+    m_shutter.FillTimeBases();
+    m_shutter.FillTimeBases();
+    m_shutter.SelectTimeBase(4);
+    EXPECT_LT(m_window.Send(kTimeBase, CB_GETCURSEL), 10);
+    EXPECT_EQ(m_window.Send(kTimeBase, CB_GETITEMDATA, static_cast<WPARAM>(m_window.Send(kTimeBase, CB_GETCURSEL))), 4);
 }
 
 TEST_F(Shutter, labels_follow_the_time_base_and_products_wrap) {

@@ -16,9 +16,9 @@
 #include "support/control_window.h"
 #include "support/patched_import.h"
 #include "support/thrown_text.h"
-#include "support/wine.h"
 
 extern "C" void* __imp_InvalidateRect;
+extern "C" void* __imp_SetDlgItemInt;
 
 namespace kolmfluxor::test {
 namespace {
@@ -110,11 +110,16 @@ TEST(NumberEditCtrl, reads_and_writes_signed_numbers) {
     EXPECT_EQ(edit.value(), 12);
 }
 
+BOOL WINAPI RefuseNumber(HWND, int, UINT, BOOL) {
+    return FALSE;
+}
+
 TEST(NumberEditCtrl, reports_a_number_that_the_control_did_not_take) {
-    if (IsWine()) GTEST_SKIP() << "Wine's SetDlgItemInt reports success even where there is no such control";
     CControlWindow window;
-    const CKolmNumberEditCtrl missing(kId, window.Place());
-    EXPECT_FALSE(missing.setValue(1));
+    window.Add("EDIT", kId);
+    const CKolmNumberEditCtrl edit(kId, window.Place());
+    const CPatchedImport patch(&__imp_SetDlgItemInt, reinterpret_cast<void*>(&RefuseNumber));
+    EXPECT_FALSE(edit.setValue(1));
 }
 
 TEST(NumberEditCtrl, throws_its_text_for_what_is_no_number) {

@@ -3,11 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstring>
 #include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "support/failing_task_memory.h"
 #include "support/page_host.h"
 #include "support/scripted_filter.h"
 
@@ -91,12 +93,16 @@ TEST_P(EveryPage, names_itself_and_tells_its_templates_size_before_it_is_shown) 
     IPropertyPage* fresh = nullptr;
     ASSERT_EQ(CModule::Get().Create(GetParam().classId, nullptr, IID_IPropertyPage, reinterpret_cast<void**>(&fresh)),
               S_OK);
-    PROPPAGEINFO info{};
-    info.cb = sizeof info;
+    PROPPAGEINFO info;
+    std::memset(&info, 0xCD, sizeof info);
     ASSERT_EQ(fresh->GetPageInfo(&info), S_OK);
     EXPECT_EQ(fresh->GetPageInfo(nullptr), E_POINTER);
     EXPECT_EQ(fresh->Release(), 0u);
 
+    EXPECT_EQ(info.cb, sizeof info);
+    EXPECT_EQ(info.pszDocString, nullptr);
+    EXPECT_EQ(info.pszHelpFile, nullptr);
+    EXPECT_EQ(info.dwHelpContext, 0u);
     EXPECT_STREQ(info.pszTitle, GetParam().title);
     ::CoTaskMemFree(info.pszTitle);
     std::array<wchar_t, 64> title{};
@@ -109,6 +115,21 @@ TEST_P(EveryPage, names_itself_and_tells_its_templates_size_before_it_is_shown) 
     ASSERT_TRUE(::MapDialogRect(page.Dialog(), &units));
     EXPECT_EQ(info.size.cx, units.right);
     EXPECT_EQ(info.size.cy, units.bottom);
+}
+
+TEST_P(EveryPage, tells_nothing_of_itself_when_memory_for_its_title_runs_out) {
+    IPropertyPage* page = nullptr;
+    ASSERT_EQ(CModule::Get().Create(GetParam().classId, nullptr, IID_IPropertyPage, reinterpret_cast<void**>(&page)),
+              S_OK);
+    PROPPAGEINFO poisoned;
+    std::memset(&poisoned, 0xCD, sizeof poisoned);
+    PROPPAGEINFO info = poisoned;
+    {
+        const CFailingTaskMemory failing;
+        EXPECT_EQ(page->GetPageInfo(&info), E_OUTOFMEMORY);
+    }
+    EXPECT_EQ(std::memcmp(&info, &poisoned, sizeof info), 0);
+    EXPECT_EQ(page->Release(), 0u);
 }
 
 TEST_P(EveryPage, can_be_aggregated) {

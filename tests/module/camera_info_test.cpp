@@ -220,14 +220,31 @@ TEST_F(CameraInfo, out_of_memory_for_a_text_hands_nothing_out) {
     }
 }
 
+TEST_F(CameraInfo, out_of_memory_for_a_text_leaves_the_versions_to_the_second_request) {
+    for (int nth = 1; nth <= 3; ++nth) {
+        SCOPED_TRACE(nth);
+        const CFailingTaskMemory failing(nth, 1);
+        Info info;
+
+        EXPECT_EQ(info.ReadEx(Object().Get()), E_OUTOFMEMORY);
+
+        EXPECT_EQ(Object().Sent(), (Wire{Get(kInfoId, 800), Get(kVersionId)}));
+        for (const char* text : info.texts)
+            EXPECT_STREQ(text, Info::kLeftAlone);
+        EXPECT_EQ(info.number, kPoison);
+        for (const char* version : info.versions)
+            EXPECT_EQ(std::strlen(version), 5u);
+    }
+}
+
 TEST_F(CameraInfo, out_of_memory_for_a_version_hands_the_texts_out_and_no_version) {
     for (int first = 4; first <= 5; ++first) {
         SCOPED_TRACE(first);
+        const CFailingTaskMemory failing(first);
         Info info;
-        {
-            const CFailingTaskMemory failing(first);
-            EXPECT_EQ(info.ReadEx(Object().Get()), E_OUTOFMEMORY);
-        }
+
+        EXPECT_EQ(info.ReadEx(Object().Get()), E_OUTOFMEMORY);
+
         for (const char* text : info.texts)
             EXPECT_STRNE(text, Info::kLeftAlone);
         for (const char* version : info.versions)

@@ -125,9 +125,9 @@ const std::wstring kUnopened = L"dangling";
 int g_unopenedTries = 0;
 decltype(&::RegOpenKeyExW) g_open = nullptr;
 
-/// A subkey that is listed but not found, as a link to nowhere is. Gives up after many tries, so that nothing hangs.
+/// A subkey that is listed but not found, as a link to nowhere is. Found after many tries, so that nothing hangs.
 LSTATUS WINAPI OpenUnlessDangling(HKEY parent, LPCWSTR name, DWORD options, REGSAM access, PHKEY key) {
-    if (name == kUnopened) return ++g_unopenedTries < 100 ? ERROR_FILE_NOT_FOUND : ERROR_ACCESS_DENIED;
+    if (name == kUnopened && ++g_unopenedTries < 100) return ERROR_FILE_NOT_FOUND;
     return g_open(parent, name, options, access, key);
 }
 

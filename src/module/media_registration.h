@@ -13,7 +13,7 @@ namespace kolmfluxor {
 
 /// Writes the keys, overwriting what is there. A page whose key can't be created is skipped without complaint.
 ///
-/// @return  the last error of the first step that failed; `S_OK` else
+/// @return  the thread's last error at the first step that failed (registry calls may leave it as it was); `S_OK` else
 [[nodiscard]] HRESULT RegisterMediaInterfaces();
 
 /// Deletes the keys; the page keys' failures are ignored, the first failure of the other three ends it.

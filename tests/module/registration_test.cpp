@@ -139,10 +139,14 @@ TEST_F(Registration, unregistration_leaves_nothing_of_its_own) {
 TEST_F(Registration, unregistration_takes_foreign_subkeys_of_a_class_along) {
     EXPECT_EQ(m_module.RegisterServer(), S_OK);
     HKEY key = nullptr;
-    const std::wstring deep = std::wstring(L"CLSID\\") + kClasses[3].classId + L"\\ProgID\\a\\b\\c";
-    ASSERT_EQ(::RegCreateKeyExW(HKEY_CLASSES_ROOT, deep.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
-              ERROR_SUCCESS);
-    ::RegCloseKey(key);
+    for (const wchar_t* foreign :
+         {L"\\ProgID\\a\\b\\c", L"\\\u30AB\u30E1\u30E9\\\u8272"}) {  // the second in no ANSI code page
+        const std::wstring deep = std::wstring(L"CLSID\\") + kClasses[3].classId + foreign;
+        ASSERT_EQ(
+            ::RegCreateKeyExW(HKEY_CLASSES_ROOT, deep.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr),
+            ERROR_SUCCESS);
+        ::RegCloseKey(key);
+    }
 
     EXPECT_EQ(m_module.UnregisterServer(), S_OK);
 
@@ -189,6 +193,19 @@ TEST_F(Registration, a_class_key_that_cannot_be_created_ends_it_and_leaves_what_
     expected[refused] = {REG_NONE, {}};
     EXPECT_EQ(Classes(), expected);
     EXPECT_TRUE(Machine().empty()) << "media registration must not have begun";
+}
+
+TEST_F(Registration, a_server_key_that_cannot_be_created_ends_it) {
+    const std::wstring classKey = std::wstring(L"CLSID\\") + kClasses[4].classId;
+    m_registry.Lock(HKEY_CLASSES_ROOT, classKey + L"\\InprocServer32");
+
+    EXPECT_EQ(m_module.RegisterServer(), E_ACCESSDENIED);
+
+    RegistryContent expected = ExpectedClasses(4);
+    expected[classKey + L":"] = Text(kClasses[4].name, true);
+    expected[classKey + L"\\InprocServer32"] = {REG_NONE, {}};
+    EXPECT_EQ(Classes(), expected);
+    EXPECT_TRUE(Machine().empty());
 }
 
 TEST_F(Registration, classes_are_written_in_the_order_of_the_table) {

@@ -10,8 +10,12 @@ packages=(
     g++
     g++-mingw-w64-x86-64-posix
     binutils-mingw-w64-x86-64
+    mingw-w64-tools
+    python3
     libcli11-dev
     nlohmann-json3-dev
+    # package
+    nsis
     # run: 64-bit Wine, its dialog fonts, an X server without a screen
     wine
     wine64
@@ -19,7 +23,6 @@ packages=(
     xvfb
     # test
     googletest
-    python3
     python3-pefile
     clang-format
     # fuzz

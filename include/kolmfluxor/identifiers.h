@@ -1,5 +1,6 @@
 #pragma once
-/// @file  Every GUID of KolmFluxor: the vendor property set, the ten creatable classes, the two interfaces.
+/// @file  Every GUID of KolmFluxor: the vendor property set, the ten creatable classes, the two interfaces, the type
+/// library.
 
 #include <guiddef.h>
 
@@ -60,5 +61,12 @@ inline constexpr CLSID CLSID_KolmFluxorPage_Smart01 = {
 /// {970F6EA8-4BF6-4347-9231-A36AA09BA754}  Property page "LUT".
 inline constexpr CLSID CLSID_KolmFluxorPage_Lut = {
     0x970F6EA8, 0x4BF6, 0x4347, {0x92, 0x31, 0xA3, 0x6A, 0xA0, 0x9B, 0xA7, 0x54}};
+
+/// {F13AE5F4-AEFC-4E7D-8AC1-BF9C96FE9CF3}  The type library: both interfaces for clients that bind early.
+inline constexpr GUID LIBID_KolmFluxor = {0xF13AE5F4, 0xAEFC, 0x4E7D, {0x8A, 0xC1, 0xBF, 0x9C, 0x96, 0xFE, 0x9C, 0xF3}};
+
+/// Version of the type library, not of the module: it changes only when something is added to the library.
+inline constexpr unsigned short kTypeLibraryMajor = 1;
+inline constexpr unsigned short kTypeLibraryMinor = 0;
 
 }  // namespace kolmfluxor

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks the file of the built module: check_dll_file.py [--self-test] kolmfluxor.dll
+"""Checks the file of the built module: check_dll_file.py [--self-test] [--version x.y.z] kolmfluxor.dll
 
 A host loads the file as it is, so what it imports, exports and promises in its header is part of the contract.
 With --self-test, spoilt copies of the file are checked as well: each must be found out, by the check that it is for.
@@ -32,12 +32,13 @@ EXPORTS = {b"DllCanUnloadNow", b"DllGetClassObject", b"DllRegisterServer", b"Dll
 
 VERSION_STRINGS = {
     b"FileDescription": None,
-    b"FileVersion": None,
+    b"FileVersion": None,  # with --version, that text
     b"LegalCopyright": None,
     b"OriginalFilename": b"kolmfluxor.dll",
     b"ProductName": None,
     b"ProductVersion": None,
 }
+NUMBERED = (b"FileVersion", b"ProductVersion")
 
 DIRECTORIES = ("IMPORT", "DELAY_IMPORT", "EXPORT", "RESOURCE", "BASERELOC", "TLS")
 DLL_FLAGS = ("HIGH_ENTROPY_VA", "DYNAMIC_BASE", "NX_COMPAT")
@@ -118,6 +119,18 @@ def check_version(pe):
             yield f"version: {name.decode()} is {found[name]!r}, not {wanted!r}"
 
 
+def check_type_library(pe):
+    """Clients with early binding load the first resource of the type TYPELIB."""
+    types = getattr(getattr(pe, "DIRECTORY_ENTRY_RESOURCE", None), "entries", [])
+    found = [item for entry in types if str(entry.name) == "TYPELIB" for item in entry.directory.entries]
+    if [item.id for item in found] != [1]:
+        yield f"type library: resources {[item.id for item in found]}, not the number 1 alone"
+        return
+    place = found[0].directory.entries[0].data.struct
+    if pe.get_data(place.OffsetToData, 4) != b"MSFT":
+        yield "type library: the resource holds something else"
+
+
 def check_tls(pe):
     """Thread-local data has a directory exactly where the file has a section for it, with a callback list."""
     section = any(item.Name.rstrip(b"\0") == b".tls" for item in pe.sections)
@@ -132,7 +145,7 @@ def check_tls(pe):
             yield "thread-local data: an address of the directory lies outside the file"
 
 
-CHECKS = (check_header, check_relocations, check_imports, check_exports, check_version, check_tls)
+CHECKS = (check_header, check_relocations, check_imports, check_exports, check_version, check_type_library, check_tls)
 
 
 def problems(data):
@@ -221,6 +234,10 @@ def spoilt_copies(data):
     wide = "kolmfluxor.dll".encode("utf-16-le")
     yield "another original name", "version: OriginalFilename is", with_text(data, wide, wide[:-2] + b"X\0")
 
+    wide = "TYPELIB".encode("utf-16-le")
+    yield "without type library", "type library: resources", with_text(data, wide, wide[:-2] + b"X\0")
+    yield "spoilt type library", "type library: the resource", with_text(data, b"MSFT\x02\0", b"XSFT\x02\0")
+
     if directory(pe, "TLS").VirtualAddress:
         place = pe.DIRECTORY_ENTRY_TLS.struct.get_field_absolute_offset("AddressOfCallBacks")
         yield "lost callback list", "thread-local data: an address", with_word(data, place, 1, "<Q")
@@ -244,8 +261,11 @@ def self_test(data):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--self-test", action="store_true", help="check spoilt copies, too")
+    parser.add_argument("--version", help="what the version resource must say")
     parser.add_argument("file")
     arguments = parser.parse_args()
+    if arguments.version:
+        VERSION_STRINGS.update(dict.fromkeys(NUMBERED, arguments.version.encode()))
     with open(arguments.file, "rb") as stream:
         data = stream.read()
 

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstring>
 
 #include <kolmfluxor/identifiers.h>
@@ -17,19 +16,12 @@
 
 #include "support/module.h"
 #include "support/outer_object.h"
+#include "support/slots.h"
 
 namespace kolmfluxor::test {
 namespace {
 
 using Microsoft::WRL::ComPtr;
-
-/// Slot of a method: by the Itanium ABI the first word of a pointer to a virtual member is 1 + 8 x slot.
-template <class Method> int SlotOf(Method method) {
-    std::array<std::intptr_t, 2> raw{};
-    static_assert(sizeof method == sizeof raw);
-    std::memcpy(raw.data(), &method, sizeof method);
-    return static_cast<int>((raw[0] - 1) / 8);
-}
 
 class StillImageObject : public ::testing::Test {
 protected:

@@ -116,8 +116,11 @@ prepare_prefix() {
         mkdir -p "$prefix/dosdevices" "$prefix/drive_c/ProgramData"
         ln -s ../drive_c "$prefix/dosdevices/c:"
         ln -s / "$prefix/dosdevices/z:"
-        for folder in windows "Program Files" "Program Files (x86)"; do
-            ln -sfn "$template/drive_c/$folder" "$prefix/drive_c/$folder"
+        ln -sfn "$template/drive_c/windows" "$prefix/drive_c/windows"
+        # Programs may be installed: into the prefix, never into the template.
+        for folder in "Program Files" "Program Files (x86)"; do
+            mkdir "$prefix/drive_c/$folder"
+            ln -s "$template/drive_c/$folder"/* "$prefix/drive_c/$folder/"
         done
         cp -a "$template/drive_c/users" "$prefix/drive_c/"
         cp "$template/.update-timestamp" "$template/system.reg" "$template/userdef.reg" "$template/user.reg" "$prefix/"

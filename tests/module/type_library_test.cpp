@@ -261,17 +261,19 @@ TEST_F(TypeLibrary, describes_every_slot_of_the_still_image_interface) {
 }
 
 TEST_F(TypeLibrary, classes_have_their_ids_and_interfaces) {
-    const std::tuple<const char*, CLSID, IID> rows[] = {
-        {"CKolmFluxorPropertySet", CLSID_KolmFluxorPropertySet, IID_IKolmFluxorPropertySet},
-        {"CKolmStillImage", CLSID_KolmStillImage, IID_IKolmStillImage},
+    // Only a filter can create the property-set object.
+    const std::tuple<const char*, CLSID, IID, int> rows[] = {
+        {"CKolmFluxorPropertySet", CLSID_KolmFluxorPropertySet, IID_IKolmFluxorPropertySet, 0},
+        {"CKolmStillImage", CLSID_KolmStillImage, IID_IKolmStillImage, TYPEFLAG_FCANCREATE},
     };
-    for (const auto& [name, classId, iid] : rows) {
+    for (const auto& [name, classId, iid, creatable] : rows) {
         SCOPED_TRACE(name);
         const ComPtr<ITypeInfo> type = Type(std::string(name));
         ASSERT_NE(type, nullptr);
         const CTypeAttributes attributes(type.Get());
         EXPECT_EQ(attributes->typekind, TKIND_COCLASS);
         EXPECT_EQ(attributes->guid, classId);
+        EXPECT_EQ(attributes->wTypeFlags & TYPEFLAG_FCANCREATE, creatable);
         EXPECT_NE(HelpOf(type.Get()), "");
         ASSERT_EQ(attributes->cImplTypes, 1);
         int flags = 0;

@@ -67,6 +67,9 @@ UniqueHandle Start(const std::wstring& program, const std::vector<std::wstring>&
     for (const std::wstring& argument : arguments) {
         Append(&commandLine, argument);
     }
+    return RunCommandLine(program, commandLine);
+}
+ProcessOutcome RunCommandLine(const std::wstring& program, std::wstring commandLine) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;

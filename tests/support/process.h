@@ -60,4 +60,9 @@ private:
     std::string m_out;
 };
 
+/// The same with a command line as it stands, for a program that reads it in a way of its own.
+///
+/// @param commandLine  program and arguments
+[[nodiscard]] ProcessOutcome RunCommandLine(const std::wstring& program, std::wstring commandLine);
+
 }  // namespace kolmfluxor::test

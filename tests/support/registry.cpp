@@ -23,31 +23,37 @@ const Redirection kRedirections[] = {
     {HKEY_CLASSES_ROOT, L"Software\\KolmFluxorTests\\classes"},
 };
 
-void SetAccess(HKEY key, const wchar_t* access) {
-    PSECURITY_DESCRIPTOR descriptor = nullptr;
-    ASSERT_TRUE(::ConvertStringSecurityDescriptorToSecurityDescriptorW(access, SDDL_REVISION_1, &descriptor, nullptr));
-    EXPECT_EQ(::RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, descriptor), ERROR_SUCCESS);
-    ::LocalFree(descriptor);
-}
-
 void Collect(HKEY key, const std::wstring& path, RegistryContent& content) {
     std::array<wchar_t, 512> name{};
     const std::size_t before = content.size();
+    DWORD largest = 0;
+    // The texts of performance counters look like keys, but cannot be read like them.
+    if (::RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &largest,
+                           nullptr, nullptr) == ERROR_INVALID_HANDLE)
+        return;
+    std::vector<BYTE> bytes(largest + 1);
     for (DWORD i = 0;; ++i) {
         DWORD nameLength = name.size();
         DWORD type = 0;
-        DWORD size = 0;
-        if (::RegEnumValueW(key, i, name.data(), &nameLength, nullptr, &type, nullptr, &size) != ERROR_SUCCESS) break;
-        RawValue value{type, std::vector<BYTE>(size)};
-        EXPECT_EQ(::RegQueryValueExW(key, name.data(), nullptr, nullptr, value.bytes.data(), &size), ERROR_SUCCESS);
-        content[path + L":" + name.data()] = value;
+        DWORD size = largest;
+        const LSTATUS status = ::RegEnumValueW(key, i, name.data(), &nameLength, nullptr, &type, bytes.data(), &size);
+        if (status == ERROR_NO_MORE_ITEMS) break;
+        if (status != ERROR_SUCCESS) {
+            ADD_FAILURE() << "cannot read a value: error " << status;
+            break;
+        }
+        content[path + L":" + name.data()] = {type, {bytes.begin(), bytes.begin() + size}};
     }
     for (DWORD i = 0;; ++i) {
         DWORD nameLength = name.size();
         if (::RegEnumKeyExW(key, i, name.data(), &nameLength, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
             break;
         HKEY subkey = nullptr;
-        EXPECT_EQ(::RegOpenKeyExW(key, name.data(), 0, KEY_READ, &subkey), ERROR_SUCCESS);
+        const LSTATUS status = ::RegOpenKeyExW(key, name.data(), 0, KEY_READ, &subkey);
+        if (status != ERROR_SUCCESS) {
+            ADD_FAILURE() << "cannot open a key: error " << status;
+            continue;
+        }
         Collect(subkey, path.empty() ? name.data() : path + L"\\" + name.data(), content);
         ::RegCloseKey(subkey);
     }
@@ -78,6 +84,13 @@ CPrivateRegistry::~CPrivateRegistry() {
     for (const auto& [root, path] : kRedirections)
         EXPECT_EQ(::RegOverridePredefKey(root, nullptr), ERROR_SUCCESS);
     EXPECT_EQ(::RegDeleteTreeW(HKEY_CURRENT_USER, kPrivateRoot), ERROR_SUCCESS);
+}
+
+void CPrivateRegistry::SetAccess(HKEY key, const wchar_t* access) {
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    ASSERT_TRUE(::ConvertStringSecurityDescriptorToSecurityDescriptorW(access, SDDL_REVISION_1, &descriptor, nullptr));
+    EXPECT_EQ(::RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, descriptor), ERROR_SUCCESS);
+    ::LocalFree(descriptor);
 }
 
 void CPrivateRegistry::Unlock() {

@@ -33,6 +33,8 @@ public:
     /// Everything below a root.
     [[nodiscard]] static RegistryContent ContentOf(HKEY root);
 
+    /// Gives a key an access list, in the system's text form.
+    static void SetAccess(HKEY key, const wchar_t* access);
     /// Creates a key that can be read but neither written nor deleted.
     void Lock(HKEY root, const std::wstring& path);
     /// Gives every locked key back to everybody.

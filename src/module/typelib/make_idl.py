@@ -115,8 +115,9 @@ def enum_lines(features, cpp_name, name, prefix):
     yield f"    }} {name};"
 
 
-def class_lines(name, guid, interface, help_of_class):
-    yield f"    [\n        uuid({guid}),\n        helpstring({quoted(help_of_class)})\n    ]"
+def class_lines(name, guid, interface, help_of_class, creatable):
+    rest = "" if creatable else ",\n        noncreatable"
+    yield f"    [\n        uuid({guid}),\n        helpstring({quoted(help_of_class)}){rest}\n    ]"
     yield f"    coclass {name}"
     yield "    {"
     yield f"        [default] interface {interface};"
@@ -156,10 +157,16 @@ def main():
             "CKolmFluxorPropertySet",
             guids["PROPSETID_KolmFluxor"],
             "IKolmFluxorPropertySet",
-            "The object that the kernel-streaming proxy aggregates into the capture filter; without a filter around it "
-            "it has no camera",
+            "The object that the kernel-streaming proxy aggregates into the capture filter; it lives inside one only",
+            creatable=False,
         ),
-        *class_lines("CKolmStillImage", guids["CLSID_KolmStillImage"], "IKolmStillImage", "The still-image grabber"),
+        *class_lines(
+            "CKolmStillImage",
+            guids["CLSID_KolmStillImage"],
+            "IKolmStillImage",
+            "The still-image grabber",
+            creatable=True,
+        ),
         "};",
     ]
     output.write_text("\n".join(lines) + "\n")

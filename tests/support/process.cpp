@@ -2,6 +2,7 @@
 
 #include <array>
 #include <stdexcept>
+#include <utility>
 
 namespace kolmfluxor::test {
 namespace {
@@ -61,15 +62,17 @@ struct Streams {
     HANDLE err;
 };
 
-UniqueHandle Start(const std::wstring& program, const std::vector<std::wstring>& arguments, const Streams& streams) {
+/// Program and arguments as one line, which the program takes apart again.
+std::wstring CommandLine(const std::wstring& program, const std::vector<std::wstring>& arguments) {
     std::wstring commandLine;
     Append(&commandLine, program);
     for (const std::wstring& argument : arguments) {
         Append(&commandLine, argument);
     }
-    return RunCommandLine(program, commandLine);
+    return commandLine;
 }
-ProcessOutcome RunCommandLine(const std::wstring& program, std::wstring commandLine) {
+
+UniqueHandle Start(const std::wstring& program, std::wstring commandLine, const Streams& streams) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESTDHANDLES;
@@ -104,19 +107,23 @@ DWORD ExitCode(HANDLE process) {
 
 ProcessOutcome RunProcess(const std::wstring& program, const std::vector<std::wstring>& arguments,
                           const std::string& input) {
+    return RunCommandLine(program, CommandLine(program, arguments), input);
+}
+
+ProcessOutcome RunCommandLine(const std::wstring& program, std::wstring commandLine, const std::string& input) {
     const UniqueHandle in = TemporaryFile();
     DWORD written = 0;
     if (!::WriteFile(in.get(), input.data(), static_cast<DWORD>(input.size()), &written, nullptr) ||
         written != input.size()) {
-        throw std::runtime_error("RunProcess: the program's input could not be written");
+        throw std::runtime_error("RunCommandLine: the program's input could not be written");
     }
     ::SetFilePointer(in.get(), 0, nullptr, FILE_BEGIN);  // the child inherits the place
     const UniqueHandle out = TemporaryFile();
     const UniqueHandle err = TemporaryFile();
-    const UniqueHandle process = Start(program, arguments, {in.get(), out.get(), err.get()});
+    const UniqueHandle process = Start(program, std::move(commandLine), {in.get(), out.get(), err.get()});
     if (::WaitForSingleObject(process.get(), kLimitMs) != WAIT_OBJECT_0) {
         ::TerminateProcess(process.get(), 99);
-        throw std::runtime_error("RunProcess: the program did not end: " + Content(out.get()) + Content(err.get()));
+        throw std::runtime_error("RunCommandLine: the program did not end: " + Content(out.get()) + Content(err.get()));
     }
     return {ExitCode(process.get()), Content(out.get()), Content(err.get())};
 }
@@ -132,7 +139,7 @@ CPipedProcess::CPipedProcess(const std::wstring& program, const std::vector<std:
     const UniqueHandle out(writing);  // the program's own copy is the only one from its start on
     ::SetHandleInformation(writing, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT);
     const UniqueHandle in = TemporaryFile();
-    m_process = Start(program, arguments, {in.get(), out.get(), m_err.get()});
+    m_process = Start(program, CommandLine(program, arguments), {in.get(), out.get(), m_err.get()});
 }
 
 CPipedProcess::~CPipedProcess() {

@@ -63,6 +63,7 @@ private:
 /// The same with a command line as it stands, for a program that reads it in a way of its own.
 ///
 /// @param commandLine  program and arguments
-[[nodiscard]] ProcessOutcome RunCommandLine(const std::wstring& program, std::wstring commandLine);
+[[nodiscard]] ProcessOutcome RunCommandLine(const std::wstring& program, std::wstring commandLine,
+                                            const std::string& input = {});
 
 }  // namespace kolmfluxor::test

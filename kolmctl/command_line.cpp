@@ -10,7 +10,6 @@
 namespace kolmctl {
 namespace {
 
-constexpr char kNoVariant[] = "true";  // what a flag without a value reads
 constexpr std::size_t kHelpColumn = 28;
 
 std::string ExitCodesText() {
@@ -29,12 +28,6 @@ std::string Examples() {
         }
     }
     return text;
-}
-
-/// The message for a value of --simulate that names no variant; empty for one that does.
-std::string CheckVariant(const std::string& value) {
-    const bool known = value == "mono" || value == "color" || value == kNoVariant;
-    return known ? "" : "\"" + value + "\" is neither mono nor color";
 }
 
 }  // namespace
@@ -85,14 +78,7 @@ CommandLine::CommandLine() : m_parser("Controls IIDC cameras through the KolmFlu
     m_parser.allow_windows_style_options(false);
     m_parser.set_version_flag("--version", "kolmctl " KOLMCTL_VERSION, "Print the version and exit");
 
-    auto* const device = m_parser.add_option("--device", m_options.device,
-                                             "Capture device by name or part of it\n"
-                                             "(default: the first one that offers the property set)");
-    device->option_text("NAME");
-    // A flag that may carry a value, so that "--simulate get" leaves "get" alone. Without a value it reads "true".
-    auto* const simulate =
-        m_parser.add_flag("--simulate", m_options.simulate, "Use the simulated camera, color unless told otherwise");
-    simulate->option_text("[=mono|color]")->excludes(device)->check(CheckVariant);
+    DeclareCameraOptions(m_parser, &m_options);
     auto* const json = m_parser.add_flag("--json", m_options.json, "Print JSON");
     json->option_text(" ");
     auto* const tsv = m_parser.add_flag("--tsv", m_options.tsv, "Print tab-separated values with a heading");
@@ -105,9 +91,6 @@ CommandLine::CommandLine() : m_parser("Controls IIDC cameras through the KolmFlu
 void CommandLine::Parse(std::vector<std::string> arguments) {
     std::ranges::reverse(arguments);  // as the parser takes them
     m_parser.parse(std::move(arguments));
-    if (m_options.simulate == kNoVariant) {
-        m_options.simulate = "color";
-    }
 }
 
 bool CommandLine::Explain(const CLI::ParseError& ended) {

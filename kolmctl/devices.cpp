@@ -91,6 +91,10 @@ const Device& ChooseDevice(const std::vector<Device>& devices, const std::wstrin
         return EqualWithoutCase(device.friendlyName, name) || EqualWithoutCase(device.displayName, name);
     });
     if (matches.empty()) {
+        // A number beyond the list may still be a part of a name.
+        if (const auto position = ParseNumber(ToUtf8(name)); position && *position < devices.size()) {
+            return devices[*position];
+        }
         matches =
             Matches(devices, [&](const Device& device) { return ContainsWithoutCase(device.friendlyName, name); });
     }

@@ -23,7 +23,8 @@ struct Device {
 /// @throws CallError when the device enumerator fails
 [[nodiscard]] std::vector<Device> EnumerateDevices();
 
-/// The one device that a name means: an exact friendly or display name, else a part of a friendly name; without case.
+/// The one device that a name means: an exact friendly or display name, else a position in the list, counted from 0,
+/// else a part of a friendly name; without case.
 ///
 /// @throws DeviceError when there is none, or several
 [[nodiscard]] const Device& ChooseDevice(const std::vector<Device>& devices, const std::wstring& name);

@@ -4,34 +4,20 @@
 #include <exception>
 #include <iostream>
 #include <string>
-#include <vector>
 
 #include <windows.h>
 
 #include <fcntl.h>
 #include <io.h>
-#include <shellapi.h>
 
 #include "command_line.h"
 #include "errors.h"
+#include "program_arguments.h"
 #include "session.h"
-#include "text.h"
 
 namespace {
 
 using namespace kolmctl;
-
-/// The arguments without the program's name, in UTF-8.
-std::vector<std::string> Arguments() {
-    int count = 0;
-    LPWSTR* const words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-    std::vector<std::string> arguments;
-    for (int i = 1; words != nullptr && i < count; ++i) {
-        arguments.push_back(ToUtf8(words[i]));
-    }
-    ::LocalFree(words);
-    return arguments;
-}
 
 /// UTF-8 and plain line feeds on a console and in files alike.
 void PrepareStreams() {
@@ -67,7 +53,7 @@ void RunCommand(Command& command, Session& session) {
 ExitCode Run() {
     CommandLine commandLine;
     try {
-        commandLine.Parse(Arguments());
+        commandLine.Parse(ProgramArguments());
     } catch (const CLI::ParseError& ended) {
         return commandLine.Explain(ended) ? ExitCode::usage : ExitCode::success;
     }

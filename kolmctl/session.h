@@ -3,30 +3,17 @@
 
 #include <iosfwd>
 #include <memory>
-#include <optional>
-#include <string>
 
-#include "camera.h"
+#include "camera_choice.h"
+#include "com_apartment.h"
 #include "output.h"
 
 namespace kolmctl {
 
 /// What the global options say.
-struct GlobalOptions {
-    std::string device;    ///< name, or part of it; empty for the first device with the property set
-    std::string simulate;  ///< variant of the simulated camera; empty for none
+struct GlobalOptions : CameraChoice {
     bool json = false;
     bool tsv = false;
-};
-
-/// COM on this thread for as long as it lives.
-class ComApartment {
-public:
-    /// @throws CallError
-    ComApartment();
-    ~ComApartment();
-    ComApartment(const ComApartment&) = delete;
-    ComApartment& operator=(const ComApartment&) = delete;
 };
 
 /// Everything that a command works with.
@@ -46,10 +33,6 @@ public:
     [[nodiscard]] Output& Out() { return m_output; }
 
 private:
-    void OpenSimulatedCamera();
-    void OpenNamedDevice();
-    void OpenFirstDevice();
-
     ComApartment m_com;  ///< first: all below goes before COM does
     const GlobalOptions& m_options;
     Output m_output;

@@ -72,6 +72,24 @@ TEST_F(KolmctlDevice, can_be_named_in_full_in_part_and_by_display_name) {
     EXPECT_THAT(GetHue({L"--device=mono"}), Fails(kRefused, "cannot read hue"));
 }
 
+TEST_F(KolmctlDevice, can_be_named_by_its_position_in_the_list) {
+    const ProcessOutcome list = Kolmctl({L"list"});
+    const bool colorFirst = list.out.find("(color)") < list.out.find("(mono)");
+
+    EXPECT_THAT(GetHue({L"--device", colorFirst ? L"0" : L"1"}), Prints(kHue));
+    EXPECT_THAT(GetHue({L"--device", colorFirst ? L"1" : L"0"}), Fails(kRefused, "cannot read hue"));
+    EXPECT_THAT(GetHue({L"--device", L"2"}), Fails(kNoDevice, "no capture device is called \"2\""));
+    {
+        const COtherDevice zero(L"0", CLSID_SampleGrabber);
+
+        EXPECT_THAT(GetHue({L"--device", L"0"}), Fails(kNoDevice, "\"0\" does not offer the property set"))
+            << "an exact name goes before a position";
+    }
+    const COtherDevice seventh(L"Camera 7", CLSID_SampleGrabber);
+    EXPECT_THAT(GetHue({L"--device", L"7"}), Fails(kNoDevice, "\"Camera 7\" does not offer"))
+        << "a number beyond the list is a part of a name";
+}
+
 TEST_F(KolmctlDevice, of_an_exact_name_wins_over_longer_names) {
     const COtherDevice longer(L"KolmFluxor simulated camera (color) 2", CLSID_SampleGrabber);
 

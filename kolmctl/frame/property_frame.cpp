@@ -226,15 +226,28 @@ void PropertyFrame::UpdateApply() {
 
 void PropertyFrame::Report(const FramePage& page, const char* what, HRESULT hr) {
     const std::wstring text = ToUtf16("Page \"" + ToUtf8(page.Title()) + "\" " + what + ":\n" + HResultText(hr));
-    ::MessageBoxW(m_window, text.c_str(), L"kolmctl", MB_OK | MB_ICONERROR);
+    std::wstring caption(static_cast<std::size_t>(::GetWindowTextLengthW(m_window)) + 1, L'\0');
+    ::GetWindowTextW(m_window, caption.data(), static_cast<int>(caption.size()));
+    ::MessageBoxW(m_window, text.c_str(), caption.c_str(), MB_OK | MB_ICONERROR);
+}
+
+bool PropertyFrame::Handle(MSG* message) {
+    if (m_window == nullptr || (message->hwnd != m_window && !::IsChild(m_window, message->hwnd))) {
+        return false;
+    }
+    const bool key = message->message >= WM_KEYFIRST && message->message <= WM_KEYLAST;
+    if (key && (m_pages[m_shown]->Translate(message) || TurnTabs(*message))) {
+        return true;
+    }
+    if (!::IsDialogMessageW(m_window, message)) {
+        ::TranslateMessage(message);
+        ::DispatchMessageW(message);
+    }
+    return true;
 }
 
 void PropertyFrame::Dispatch(MSG* message) {
-    const bool key = message->message >= WM_KEYFIRST && message->message <= WM_KEYLAST;
-    if (key && (m_pages[m_shown]->Translate(message) || TurnTabs(*message))) {
-        return;
-    }
-    if (!::IsDialogMessageW(m_window, message)) {
+    if (!Handle(message)) {
         ::TranslateMessage(message);
         ::DispatchMessageW(message);
     }

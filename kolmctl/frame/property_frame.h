@@ -35,6 +35,14 @@ public:
     /// Handles messages until the user has closed the frame or the thread is asked to quit; closes it.
     void Run();
 
+    /// For a host with a message loop of its own: handles a message to this window or to anything in it.
+    ///
+    /// @return  false for any other message, which is left to the host
+    bool Handle(MSG* message);
+
+    /// Whether the user is through. Such a host then destroys the frame, from its loop and not from inside a message.
+    [[nodiscard]] bool IsDone() const { return m_done; }
+
     /// Handles all messages that wait, then paints what is still unpainted.
     void Settle();
 

@@ -186,6 +186,31 @@ TEST_F(OwnFrame, a_window_taken_away_from_outside_leaves_nothing) {
     EXPECT_EQ(References(), references);
 }
 
+TEST_F(OwnFrame, in_a_host_with_its_own_loop_handles_what_is_its_own_and_tells_when_it_is_done) {
+    const auto frame = OpenFrame();
+    HWND const other = ::CreateWindowExW(0, L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+    MSG foreign{};
+    foreign.hwnd = other;
+    foreign.message = WM_KEYDOWN;
+    foreign.wParam = VK_ESCAPE;
+    MSG toTheThread = foreign;
+    toTheThread.hwnd = nullptr;
+    MSG own = foreign;
+    own.hwnd = ::GetFocus();
+
+    EXPECT_FALSE(frame->Handle(&foreign));
+    EXPECT_FALSE(frame->Handle(&toTheThread));
+    EXPECT_FALSE(frame->IsDone());
+    ASSERT_TRUE(::IsChild(frame->Window(), own.hwnd));
+    EXPECT_TRUE(frame->Handle(&own));
+    EXPECT_TRUE(frame->IsDone());
+    EXPECT_NE(frame->Window(), nullptr) << "the host closes it";
+    frame->Close();
+    EXPECT_FALSE(frame->Handle(&foreign));
+
+    ::DestroyWindow(other);
+}
+
 TEST_F(OwnFrame, a_change_enables_Apply_and_Apply_ends_it) {
     const auto frame = OpenFrame();
     EXPECT_FALSE(CanApply(*frame));

@@ -1,6 +1,7 @@
 #include "kolmview/histogram.h"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 
 namespace kolmview {
@@ -75,12 +76,18 @@ std::array<int, kLevels> BarHeights(const LevelCounts& counts, std::uint32_t sca
     return heights;
 }
 
-std::uint32_t LargestCount(std::span<const LevelCounts> channels) {
-    std::uint32_t largest = 0;
+std::uint32_t BarScale(std::span<const LevelCounts> channels) {
+    std::vector<std::uint32_t> occurring;
     for (const LevelCounts& channel : channels) {
-        largest = std::max(largest, *std::ranges::max_element(channel));
+        std::ranges::copy_if(channel, std::back_inserter(occurring), [](std::uint32_t count) { return count != 0; });
     }
-    return largest;
+    if (occurring.empty()) {
+        return 0;
+    }
+    const std::size_t exceeding = occurring.size() / 20;
+    const auto scale = occurring.end() - 1 - static_cast<std::ptrdiff_t>(exceeding);
+    std::ranges::nth_element(occurring, scale);
+    return *scale;
 }
 
 }  // namespace kolmview

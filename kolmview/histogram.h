@@ -52,7 +52,8 @@ private:
 /// @param scale  the count that gives `height`; larger counts give no more
 [[nodiscard]] std::array<int, kLevels> BarHeights(const LevelCounts& counts, std::uint32_t scale, int height);
 
-/// The largest count of all channels.
-[[nodiscard]] std::uint32_t LargestCount(std::span<const LevelCounts> channels);
+/// A scale for the bars of all channels: the count that one in twenty of the levels which occur exceeds, so that a few
+/// flat areas of the scene do not press all else to the ground. 0 where nothing was counted.
+[[nodiscard]] std::uint32_t BarScale(std::span<const LevelCounts> channels);
 
 }  // namespace kolmview

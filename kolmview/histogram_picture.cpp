@@ -10,7 +10,7 @@ constexpr BYTE kBright = 230;
 
 void DrawHistogram(const Histogram& histogram, kolmctl::Picture* picture) {
     picture->pixels.assign(picture->RowBytes() * picture->height, 0);
-    const std::uint32_t scale = LargestCount(histogram.Channels());
+    const std::uint32_t scale = BarScale(histogram.Channels());
     std::size_t place = 2;  // in a pixel: red, green, blue
     for (const LevelCounts& channel : histogram.Channels()) {
         const auto heights = BarHeights(channel, scale, static_cast<int>(picture->height));

@@ -61,7 +61,8 @@ TEST(ViewHistogram, of_nothing_has_figures_too) {
     const Histogram empty = Histogram::OfLuma({.bytes = {}, .width = 0, .height = 0, .rowBytes = 0});
     EXPECT_DOUBLE_EQ(empty.Mean(), 0);
     EXPECT_DOUBLE_EQ(empty.Saturated(), 0);
-    EXPECT_EQ(LargestCount({}), 0u);
+    EXPECT_EQ(BarScale({}), 0u);
+    EXPECT_EQ(BarScale(empty.Channels()), 0u);
 }
 
 TEST(ViewHistogram, bars_are_in_proportion_and_a_single_pixel_shows) {
@@ -78,8 +79,24 @@ TEST(ViewHistogram, bars_are_in_proportion_and_a_single_pixel_shows) {
     EXPECT_EQ(heights[2], 1);
     EXPECT_EQ(heights[3], 0);
     EXPECT_EQ(heights[255], 40) << "cut";
-    EXPECT_EQ(LargestCount(std::vector{LevelCounts{}, counts}), 4'000'000'000u);
     EXPECT_EQ(BarHeights(counts, 4'000'000'000, 2'000'000'000)[255], 2'000'000'000) << "no overflow";
+}
+
+TEST(ViewHistogram, scale_is_exceeded_by_one_in_twenty_of_the_levels_that_occur) {
+    std::vector<LevelCounts> channels(3);
+    channels[1][7] = 3;
+    channels[2][8] = 100'000;
+    EXPECT_EQ(BarScale(channels), 100'000u) << "few levels: the largest count";
+    for (std::size_t level = 0; level < 19; ++level) {
+        channels[0][level] = static_cast<std::uint32_t>(level + 1);
+    }
+    EXPECT_EQ(BarScale(channels), 19u) << "one of 21 is larger";
+    for (std::size_t level = 100; level < 118; ++level) {
+        channels[0][level] = 1;
+    }
+    EXPECT_EQ(BarScale(channels), 19u) << "one of 39 is larger";
+    channels[0][118] = 1;
+    EXPECT_EQ(BarScale(channels), 18u) << "two of 40 are larger";
 }
 
 TEST(ViewHistogram, bars_without_counts_or_room_are_none) {

@@ -226,6 +226,25 @@ TEST_F(ViewerPicture, is_not_waited_for_by_the_stream) {
     EXPECT_EQ(Close(), 0);
 }
 
+TEST_F(ViewerPicture, cut_short_on_its_way_is_left_out) {
+    TriggerByHand();
+    Open();
+    ShowOne();
+    kolmview::CameraFeed& feed = Viewer().Feed();
+    std::vector<std::uint8_t> sample(640 * 480 - 1);
+    Picture picture;
+
+    feed.Graph().Newest().Put(sample, std::chrono::steady_clock::now());
+    EXPECT_FALSE(feed.TakePicture(&picture));
+    EXPECT_EQ(picture.width, 0u);
+    sample.push_back(77);
+    feed.Graph().Newest().Put(sample, std::chrono::steady_clock::now());
+    EXPECT_TRUE(feed.TakePicture(&picture));
+
+    EXPECT_EQ(PixelAt(picture, 639, 479), 0x4D4D4Du);
+    EXPECT_EQ(Close(), 0);
+}
+
 TEST_F(ViewerPicture, is_saved_under_the_name_that_the_user_gives) {
     Open();
     ASSERT_TRUE(UntilMorePictures(1));

@@ -269,9 +269,15 @@ TEST_F(ViewerStates, leaves_keys_in_the_pages_to_them) {
     OpenPages();
     ASSERT_TRUE(::IsChild(Viewer().Properties()->Window(), ::GetFocus()));
 
+    const auto come = [&] {
+        return Viewer().Feed().Graph().Newest().FiguresAt(std::chrono::steady_clock::now()).count;
+    };
+    const std::uint64_t before = come();
+
     PressKey(VK_F5);
     PressKey(VK_TAB);
     ASSERT_TRUE(UntilMorePictures());
+    EXPECT_GT(come(), before) << "the stream goes on, it was not started anew";
     EXPECT_TRUE(::IsChild(Viewer().Properties()->Window(), ::GetFocus()));
     PressKey(VK_ESCAPE);
 

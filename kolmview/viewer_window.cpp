@@ -5,11 +5,10 @@
 #include <cstdio>
 #include <utility>
 
-#include <commdlg.h>
-
 #include "errors.h"
 #include "frame/page_list.h"
 #include "frame/window_picture.h"
+#include "kolmview/file_dialog.h"
 #include "kolmview/histogram_picture.h"
 #include "kolmview/resource.h"
 #include "kolmview/viewer_layout.h"
@@ -277,29 +276,15 @@ void ViewerWindow::SavePicture() {
     }
     const kolmctl::Picture picture =
         m_pictureView.Shown();  // the one that was on the screen, however long the name takes
-    const std::wstring file = m_options.still.empty() ? AskForFile() : kolmctl::ToUtf16(m_options.still);
-    if (file.empty()) {
+    const std::wstring file = m_options.still.empty() ? AskForPngFile(m_window) : kolmctl::ToUtf16(m_options.still);
+    // A dialog that the end of the program ends may still answer OK.
+    if (file.empty() || m_closing) {
         return;
     }
     kolmctl::WritePicture(picture, kolmctl::PictureFile::png, file);
     m_said = "Saved: " + kolmctl::ToUtf8(file);
     m_saidUntil = Clock::now() + kSaidFor;
     ShowState(Clock::now());
-}
-
-std::wstring ViewerWindow::AskForFile() const {
-    std::wstring name(32768, L'\0');  // the longest path there is
-    name.replace(0, 10, L"camera.png");
-    OPENFILENAMEW dialog{};
-    dialog.lStructSize = sizeof dialog;
-    dialog.hwndOwner = m_window;
-    dialog.lpstrFilter = L"PNG files\0*.png\0";
-    dialog.lpstrFile = name.data();
-    dialog.nMaxFile = static_cast<DWORD>(name.size());
-    dialog.lpstrDefExt = L"png";
-    dialog.Flags = OFN_EXPLORER | OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR | OFN_HIDEREADONLY;
-    // A dialog that the end of the program ends may still answer OK.
-    return ::GetSaveFileNameW(&dialog) && !m_closing ? name.c_str() : L"";
 }
 
 void ViewerWindow::Report(const std::string& text, UINT icon) const {

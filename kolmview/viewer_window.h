@@ -68,8 +68,6 @@ private:
     void ToggleStream();
     void OpenProperties();
     void SavePicture();
-    /// The name that the user gives; empty when he thinks better of it.
-    [[nodiscard]] std::wstring AskForFile() const;
     void Report(const std::string& text, UINT icon) const;
 
     void ShowNewestPicture(Clock::time_point now);

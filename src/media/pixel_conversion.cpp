@@ -17,6 +17,12 @@ bool IsEmpty(std::span<const std::uint8_t> source, const std::uint8_t* destinati
     return source.empty() || !destination || width <= 0 || height <= 0;
 }
 
+/// The pixels of a source that ends with them; none without a source or pixels.
+std::span<const std::uint8_t> Pixels(const std::uint8_t* source, std::size_t pixelBytes, int width, int height) {
+    if (!source || width <= 0 || height <= 0) return {};
+    return {source, pixelBytes * static_cast<std::size_t>(width) * static_cast<std::size_t>(height)};
+}
+
 /// One pixel of a group whose other pixel lies in another row.
 void ConvertHalfGroup(const std::uint8_t* group, std::size_t which, std::uint8_t* destination) {
     std::array<std::uint8_t, 2 * kBgrBytes> both;
@@ -64,6 +70,14 @@ void ConvertMono8ToBgr24(std::span<const std::uint8_t> source, std::uint8_t* des
 
 void ConvertUyvyToBgr24(std::span<const std::uint8_t> source, std::uint8_t* destination, int width, int height) {
     ConvertUyvyToBgr24(*AvailablePixelRows().back(), source, destination, width, height);
+}
+
+void ConvertMono8ToBgr24(const std::uint8_t* source, std::uint8_t* destination, int width, int height) {
+    ConvertMono8ToBgr24(Pixels(source, 1, width, height), destination, width, height);
+}
+
+void ConvertUyvyToBgr24(const std::uint8_t* source, std::uint8_t* destination, int width, int height) {
+    ConvertUyvyToBgr24(Pixels(source, kUyvyBytes, width, height), destination, width, height);
 }
 
 }  // namespace kolmfluxor

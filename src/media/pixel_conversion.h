@@ -1,10 +1,10 @@
 #pragma once
 /// @file  Conversion of camera pictures to 24-bit BGR. No Windows header: this also builds natively.
 ///
-/// Sources hold `width` x `height` pixels at least, top row first, without row padding. Destinations are `width` x
-/// `height` x 3 bytes, B, G, R for each pixel, bottom-up, without row padding: the first source row goes to the last
-/// row. The two must not overlap; neither needs an alignment. No source, a null destination, or a width or height of
-/// zero or less converts nothing.
+/// Sources hold `width` x `height` pixels, top row first, without row padding. Destinations are `width` x `height` x 3
+/// bytes, B, G, R for each pixel, bottom-up, without row padding: the first source row goes to the last row. The two
+/// must not overlap; neither needs an alignment. No source, a null destination, or a width or height of zero or less
+/// converts nothing.
 
 #include <cstdint>
 #include <span>
@@ -13,9 +13,9 @@ namespace kolmfluxor {
 
 /// 8-bit mono, FOURCC "Y800": each source byte gives three equal bytes.
 ///
-/// @param source       `width` x `height` bytes at least
+/// @param source       `width` x `height` bytes
 /// @param destination  `width` x `height` x 3 bytes
-void ConvertMono8ToBgr24(std::span<const std::uint8_t> source, std::uint8_t* destination, int width, int height);
+void ConvertMono8ToBgr24(const std::uint8_t* source, std::uint8_t* destination, int width, int height);
 
 /// FOURCC "UYVY": each group of four bytes U, Y0, V, Y1 gives two pixels.
 ///
@@ -24,11 +24,17 @@ void ConvertMono8ToBgr24(std::span<const std::uint8_t> source, std::uint8_t* des
 /// Compatibility: Tr of a c below 128 is -Tr[255 - c], thus 0 at both 127 and 128. Callers know the pictures so.
 ///
 /// Groups follow each other regardless of rows: when the width is odd, the last pixel of every other row shares its
-/// group with the first pixel of the next. When the count of pixels is odd, the last one is the first of its group;
-/// it is converted where the source holds the whole group, else left as it is.
+/// group with the first pixel of the next. When the count of pixels is odd, the last one has half a group only and is
+/// left as it is.
 ///
-/// @param source       `width` x `height` x 2 bytes at least
+/// @param source       `width` x `height` x 2 bytes
 /// @param destination  `width` x `height` x 3 bytes
+void ConvertUyvyToBgr24(const std::uint8_t* source, std::uint8_t* destination, int width, int height);
+
+/// The same for sources that say where they end: at `width` x `height` pixels or behind them.
+///
+/// The last pixel of an odd count of UYVY is converted where the source holds the whole of its group.
+void ConvertMono8ToBgr24(std::span<const std::uint8_t> source, std::uint8_t* destination, int width, int height);
 void ConvertUyvyToBgr24(std::span<const std::uint8_t> source, std::uint8_t* destination, int width, int height);
 
 }  // namespace kolmfluxor

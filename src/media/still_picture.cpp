@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <span>
 
 #include "base/errors.h"
 #include "base/media_type.h"
@@ -117,8 +118,12 @@ void CStillPicture::Convert() {
     const bool isWhole = rows * rowBytes == sourceBytes && sourceBytes % (isMono ? 1 : 4) == 0;
     if (!isWhole) std::ranges::fill(m_spare, BYTE{0});
     // Compatibility: every picture counts as bottom-up, one with a negative height too. Callers flip those themselves.
-    const auto convert = isMono ? ConvertMono8ToBgr24 : ConvertUyvyToBgr24;
-    convert(m_bytes, m_spare.data(), m_width, static_cast<int>(rows));
+    const std::span<const BYTE> sample(m_bytes);
+    if (isMono) {
+        ConvertMono8ToBgr24(sample, m_spare.data(), m_width, static_cast<int>(rows));
+    } else {
+        ConvertUyvyToBgr24(sample, m_spare.data(), m_width, static_cast<int>(rows));
+    }
 
     m_bytes.swap(m_spare);
     m_sizeBytes = *convertedBytes;

@@ -74,7 +74,8 @@ TEST(PixelConversion, Uyvy_converts_the_first_of_a_group_that_ends_behind_the_pi
 
 TEST(PixelConversion, converts_nothing_without_pixels_or_buffers) {
     const std::array<std::uint8_t, 16> source{};
-    for (const auto convert : {ConvertMono8ToBgr24, ConvertUyvyToBgr24}) {
+    using Convert = void (*)(std::span<const std::uint8_t>, std::uint8_t*, int, int);
+    for (const Convert convert : {Convert{ConvertMono8ToBgr24}, Convert{ConvertUyvyToBgr24}}) {
         Bytes destination(48, 0xDE);
 
         convert(source, destination.data(), 0, 2);
@@ -86,6 +87,28 @@ TEST(PixelConversion, converts_nothing_without_pixels_or_buffers) {
         convert(source, nullptr, 2, 2);
 
         EXPECT_THAT(destination, Each(0xDE));
+    }
+}
+
+TEST(PixelConversion, sources_without_an_end_hold_just_their_pixels) {
+    using Convert = void (*)(const std::uint8_t*, std::uint8_t*, int, int);
+    struct {
+        Convert convert;
+        Bytes source, expected;  // 1 x 3 pixels, the last row first
+    } const rows[] = {
+        {ConvertMono8ToBgr24, {1, 2, 3}, {3, 3, 3, 2, 2, 2, 1, 1, 1}},
+        {ConvertUyvyToBgr24, {128, 1, 128, 2, 128, 3}, {0xDE, 0xDE, 0xDE, 2, 2, 2, 1, 1, 1}},
+    };
+    for (const auto& [convert, source, expected] : rows) {
+        Bytes destination(9, 0xDE);
+
+        convert(nullptr, destination.data(), 1, 3);
+        convert(source.data(), destination.data(), 1, 0);
+        convert(source.data(), destination.data(), -1, -3);
+        EXPECT_THAT(destination, Each(0xDE));
+        convert(source.data(), destination.data(), 1, 3);
+
+        EXPECT_EQ(destination, expected);
     }
 }
 

@@ -22,30 +22,14 @@ constexpr const char* kFrameRates[] = {
     "FPS: 30 [4]",    "FPS: 60 [5]",   "FPS: 120 [6]", "FPS: 240 [7]",
 };
 
-/// The eight blocks of Format 7 registers, one a mode.
-constexpr std::uint32_t kFormat7First = 0xF0F08000;
-constexpr std::uint32_t kFormat7Last = 0xF0F0F000;
-constexpr std::uint32_t kFormat7BlockMask = 0xFFFFF000;
 // Compatibility: only the low byte of the offset counts, so that 0xF0F09100 is the first register of mode 1.
 constexpr std::uint32_t kFormat7OffsetMask = 0xFF;
-
-constexpr bool IsFormat7(std::uint32_t address) {
-    const std::uint32_t block = address & kFormat7BlockMask;
-    return block >= kFormat7First && block <= kFormat7Last;
-}
 
 /// The row for an address; null when the table has none.
 const RegisterDecoder* Find(std::span<const RegisterDecoder> table, std::uint32_t address) {
     if (address % 4 != 0) return nullptr;
     const auto found = std::ranges::lower_bound(table, address, {}, &RegisterDecoder::last);
     return found != table.end() && found->first <= address ? &*found : nullptr;
-}
-
-const RegisterDecoder& DecoderOf(std::uint32_t address) {
-    for (const auto table : {IidcDecoders(), KolmDecoders()}) {
-        if (const RegisterDecoder* const row = Find(table, address)) return *row;
-    }
-    return kDefaultDecoder[0];
 }
 
 template <class Argument>
@@ -73,13 +57,21 @@ Line InsertField(RegisterLineSink& sink, Line parent, const RegisterField& field
 
 }  // namespace
 
+const RegisterDecoder* DecoderOf(std::uint32_t address) {
+    if (IsFormat7(address)) return Find(Format7Decoders(), address & kFormat7OffsetMask);
+    for (const auto table : {IidcDecoders(), KolmDecoders()}) {
+        if (const RegisterDecoder* const row = Find(table, address)) return row;
+    }
+    return kDefaultDecoder;
+}
+
 bool DecodeRegister(std::uint32_t address, std::uint32_t value, Line parent, RegisterLineSink& sink) {
     Line const valueLine = InsertFormatted(sink, parent, "Value: 0x%x", value);
     if (valueLine == nullptr) return false;
 
     // Compatibility: the headings of Format 7 registers name the offset, all others the whole address.
     const std::uint32_t shown = IsFormat7(address) ? address & kFormat7OffsetMask : address;
-    const RegisterDecoder* const decoder = IsFormat7(address) ? Find(Format7Decoders(), shown) : &DecoderOf(address);
+    const RegisterDecoder* const decoder = DecoderOf(address);
     if (decoder == nullptr) return false;
 
     if (InsertFormatted(sink, parent, decoder->heading, shown) == nullptr) return false;

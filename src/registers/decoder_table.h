@@ -51,6 +51,20 @@ inline constexpr RegisterField kDefaultFields[] = {
 /// The registers of a Format 7 mode, by their offset in the mode's block.
 [[nodiscard]] std::span<const RegisterDecoder> Format7Decoders();
 
+/// The registers of the Format 7 modes: a block for each of the eight modes, one behind the other.
+inline constexpr std::uint32_t kFormat7First = 0xF0F08000;
+inline constexpr std::uint32_t kFormat7BlockSize = 0x1000;
+inline constexpr std::uint32_t kFormat7Modes = 8;
+
+/// Whether an address lies in one of these blocks.
+[[nodiscard]] constexpr bool IsFormat7(std::uint32_t address) {
+    return address >= kFormat7First && address - kFormat7First < kFormat7Modes * kFormat7BlockSize;
+}
+
+/// The row that decodes an address, the default one where no table has it; null for an address in a Format 7 block
+/// that no register of such a block is decoded at.
+[[nodiscard]] const RegisterDecoder* DecoderOf(std::uint32_t address);
+
 /// Whether a format has exactly this conversion, and room for what it makes of any value.
 consteval bool HasOneConversion(std::string_view format, std::string_view conversion) {
     constexpr std::size_t kLongestNumber = 20;  // "-2147483.648000" and then some

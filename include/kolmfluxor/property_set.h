@@ -42,27 +42,26 @@ IKolmFluxorPropertySet : public IUnknown {
 
     /// Slot 5. Gain (feature 265).
     virtual HRESULT STDMETHODCALLTYPE GetGain(ULONG * value, BOOL * autoOn, BOOL * onePush) = 0;
-    /// Slot 6.
+    /// Slot 6. Value and mode of the gain.
     virtual HRESULT STDMETHODCALLTYPE SetGain(ULONG value, BOOL autoOn, BOOL onePush) = 0;
-    /// Slot 7.
+    /// Slot 7. Limits of the gain.
     virtual HRESULT STDMETHODCALLTYPE GetGainRange(ULONG * min, ULONG * max, BOOL * autoOn, BOOL * onePush) = 0;
     /// Slot 8. White balance, U or blue part (feature 259).
     virtual HRESULT STDMETHODCALLTYPE GetWhiteBalanceUB(ULONG * value, BOOL * autoOn, BOOL * onePush) = 0;
-    /// Slot 9.
+    /// Slot 9. Value and mode of this part, with which the other part's mode may change, too.
     virtual HRESULT STDMETHODCALLTYPE SetWhiteBalanceUB(ULONG value, BOOL autoOn, BOOL onePush) = 0;
-    /// Slot 10.
+    /// Slot 10. Limits of this part.
     virtual HRESULT STDMETHODCALLTYPE GetWhiteBalanceUBRange(ULONG * min, ULONG * max, BOOL * autoOn,
                                                              BOOL * onePush) = 0;
     /// Slot 11. White balance, V or red part (feature 260).
     virtual HRESULT STDMETHODCALLTYPE GetWhiteBalanceVR(ULONG * value, BOOL * autoOn, BOOL * onePush) = 0;
-    /// Slot 12.
+    /// Slot 12. Value and mode of this part, with which the other part's mode may change, too.
     virtual HRESULT STDMETHODCALLTYPE SetWhiteBalanceVR(ULONG value, BOOL autoOn, BOOL onePush) = 0;
-    /// Slot 13.
+    /// Slot 13. Limits of this part.
     virtual HRESULT STDMETHODCALLTYPE GetWhiteBalanceVRRange(ULONG * min, ULONG * max, BOOL * autoOn,
                                                              BOOL * onePush) = 0;
 
-    // ---- Test images
-    // -------------------------------------------------------------------------------------------------
+    // ---- Test images -----------------------------------------------------------------------------------------------
 
     /// Slot 14. Number of the test image that the camera sends in place of its picture; 0 means none.
     virtual HRESULT STDMETHODCALLTYPE GetTestImage(ULONG * value) = 0;
@@ -72,29 +71,30 @@ IKolmFluxorPropertySet : public IUnknown {
     virtual HRESULT STDMETHODCALLTYPE GetTestImageInquiry(ULONG * value) = 0;
 
     // ---- Brightness and shutter families, shutter extension --------------------------------------------------------
+    // The rules of the standard feature families hold for Brightness and Shutter.
 
     /// Slot 17. Brightness, also known as black level (feature 256).
     virtual HRESULT STDMETHODCALLTYPE GetBrightness(ULONG * value, BOOL * autoOn, BOOL * onePush) = 0;
-    /// Slot 18.
+    /// Slot 18. Value and mode of the brightness.
     virtual HRESULT STDMETHODCALLTYPE SetBrightness(ULONG value, BOOL autoOn, BOOL onePush) = 0;
-    /// Slot 19.
+    /// Slot 19. Limits of the brightness.
     virtual HRESULT STDMETHODCALLTYPE GetBrightnessRange(ULONG * min, ULONG * max, BOOL * autoOn, BOOL * onePush) = 0;
     /// Slot 20. Shutter (feature 264), in units of the time base.
     virtual HRESULT STDMETHODCALLTYPE GetShutter(ULONG * value, BOOL * autoOn, BOOL * onePush) = 0;
-    /// Slot 21.
+    /// Slot 21. Value and mode of the shutter.
     virtual HRESULT STDMETHODCALLTYPE SetShutter(ULONG value, BOOL autoOn, BOOL onePush) = 0;
-    /// Slot 22.
+    /// Slot 22. Limits of the shutter.
     virtual HRESULT STDMETHODCALLTYPE GetShutterRange(ULONG * min, ULONG * max, BOOL * autoOn, BOOL * onePush) = 0;
     /// Slot 23. Extended shutter (feature 514): the exposure time in microseconds, beyond what the shutter value
     /// reaches.
     virtual HRESULT STDMETHODCALLTYPE GetExtendedShutter(ULONG * value) = 0;
-    /// Slot 24.
+    /// Slot 24. Sets the exposure time, in microseconds.
     virtual HRESULT STDMETHODCALLTYPE SetExtendedShutter(ULONG value) = 0;
-    /// Slot 25.
+    /// Slot 25. Limits of the exposure time, in microseconds.
     virtual HRESULT STDMETHODCALLTYPE GetExtendedShutterRange(ULONG * min, ULONG * max) = 0;
     /// Slot 26. Index of the time base (feature 512): the length of one shutter unit.
     virtual HRESULT STDMETHODCALLTYPE GetTimeBase(ULONG * value) = 0;
-    /// Slot 27.
+    /// Slot 27. Sets the time base's index.
     virtual HRESULT STDMETHODCALLTYPE SetTimeBase(ULONG value) = 0;
 
     // ---- Camera information ----------------------------------------------------------------------------------------
@@ -189,40 +189,41 @@ IKolmFluxorPropertySet : public IUnknown {
                                                           ULONG in5, ULONG * out1, ULONG * out2) = 0;
 
     // ---- Standard feature families, continued ----------------------------------------------------------------------
+    // The rules of the standard feature families hold.
 
     /// Slot 50. Sharpness (feature 258).
     virtual HRESULT STDMETHODCALLTYPE GetSharpness(ULONG * value, BOOL * autoOn, BOOL * onePush) = 0;
-    /// Slot 51.
+    /// Slot 51. Value and mode of the sharpness.
     virtual HRESULT STDMETHODCALLTYPE SetSharpness(ULONG value, BOOL autoOn, BOOL onePush) = 0;
-    /// Slot 52.
+    /// Slot 52. Limits of the sharpness.
     virtual HRESULT STDMETHODCALLTYPE GetSharpnessRange(ULONG * min, ULONG * max, BOOL * autoOn, BOOL * onePush) = 0;
     /// Slot 53. Hue (feature 261).
     virtual HRESULT STDMETHODCALLTYPE GetHue(ULONG * value, BOOL * autoOn, BOOL * onePush) = 0;
-    /// Slot 54.
+    /// Slot 54. Value and mode of the hue.
     virtual HRESULT STDMETHODCALLTYPE SetHue(ULONG value, BOOL autoOn, BOOL onePush) = 0;
-    /// Slot 55.
+    /// Slot 55. Limits of the hue.
     virtual HRESULT STDMETHODCALLTYPE GetHueRange(ULONG * min, ULONG * max, BOOL * autoOn, BOOL * onePush) = 0;
     /// Slot 56. Saturation (feature 262).
     virtual HRESULT STDMETHODCALLTYPE GetSaturation(ULONG * value, BOOL * autoOn, BOOL * onePush) = 0;
-    /// Slot 57.
+    /// Slot 57. Value and mode of the saturation.
     virtual HRESULT STDMETHODCALLTYPE SetSaturation(ULONG value, BOOL autoOn, BOOL onePush) = 0;
-    /// Slot 58.
+    /// Slot 58. Limits of the saturation.
     virtual HRESULT STDMETHODCALLTYPE GetSaturationRange(ULONG * min, ULONG * max, BOOL * autoOn, BOOL * onePush) = 0;
 
     // ---- Driver properties 24 to 26; color correction --------------------------------------------------------------
 
     /// Slot 59. Two words of driver property 24.
     virtual HRESULT STDMETHODCALLTYPE GetProperty24(ULONG * a, ULONG * b) = 0;
-    /// Slot 60.
+    /// Slot 60. Sets two words of driver property 24.
     virtual HRESULT STDMETHODCALLTYPE SetProperty24(ULONG a, ULONG b) = 0;
     /// Slot 61. Two words of driver property 25.
     virtual HRESULT STDMETHODCALLTYPE GetProperty25(ULONG * a, ULONG * b) = 0;
-    /// Slot 62.
+    /// Slot 62. Sets two words of driver property 25.
     virtual HRESULT STDMETHODCALLTYPE SetProperty25(ULONG a, ULONG b) = 0;
     /// Slot 63. Six words of driver property 26.
     virtual HRESULT STDMETHODCALLTYPE GetProperty26(ULONG * out1, ULONG * out2, ULONG * out3, ULONG * out4,
                                                     ULONG * out5, ULONG * out6) = 0;
-    /// Slot 64.
+    /// Slot 64. Sets six words of driver property 26.
     virtual HRESULT STDMETHODCALLTYPE SetProperty26(ULONG in1, ULONG in2, ULONG in3, ULONG in4, ULONG in5,
                                                     ULONG in6) = 0;
     /// Slot 65. Color correction (feature 521): Off gives FALSE, Manual gives TRUE; any other mode and a failure leave
@@ -376,14 +377,14 @@ IKolmFluxorPropertySet : public IUnknown {
     virtual HRESULT STDMETHODCALLTYPE GetIsoSpeed(ULONG * value) = 0;
     /// Slot 113. Lowest and highest speed index that the camera allows.
     virtual HRESULT STDMETHODCALLTYPE GetIsoSpeedRange(ULONG * min, ULONG * max) = 0;
-    /// Slot 114.
+    /// Slot 114. Sets the speed index.
     virtual HRESULT STDMETHODCALLTYPE SetIsoSpeed(ULONG value) = 0;
 
     // ---- Media types and image position ----------------------------------------------------------------------------
 
     /// Slot 115. Value of driver property 61 (1: the driver accepts an image geometry of its own).
     virtual HRESULT STDMETHODCALLTYPE GetProperty61(ULONG * value) = 0;
-    /// Slot 116.
+    /// Slot 116. Sets driver property 61.
     virtual HRESULT STDMETHODCALLTYPE SetProperty61(ULONG value) = 0;
     /// Slot 117. Sets a media type on a capture pin; for Format 7 with the driver's own geometry allowed meanwhile.
     ///

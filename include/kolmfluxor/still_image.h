@@ -42,8 +42,7 @@ IKolmStillImage : public IUnknown {
     ///
     /// Devices that cannot be read are passed over. A selection that fails keeps the device selected before.
     /// @return  `S_OK`; `S_FALSE` when no device has that name; `E_FAIL` when there is no device at all; else the code
-    /// of
-    ///          the enumeration or of the device that could not be opened
+    ///          of the enumeration or of the device that could not be opened
     virtual HRESULT STDMETHODCALLTYPE SelectDeviceByName(const wchar_t* friendlyName) = 0;
     /// Slot 4. Selects a device by its position in the system's list; 0 is the first. Results as above.
     virtual HRESULT STDMETHODCALLTYPE SelectDeviceByIndex(ULONG position) = 0;

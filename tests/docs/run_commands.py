@@ -29,6 +29,8 @@ RUN_LIMIT_S = 90  # of one Windows program
 NOT_RUN = {
     ("README.md", "./demo    # sets up, builds, and shows the module at work on the simulated camera"):
         "continuous integration runs ./test; ./demo and the build are what this test itself stands on",
+    ("README.md", "KOLMSIM_PACED=1 KOLM_WINE_DISPLAY=x11 cmake/wine/run.sh build/windows-release/bin/kolmview.exe "
+                  "--simulate"): "it opens a window on somebody's display, and stays until it is closed",
     ("docs/testing.md", "cmake --build --preset windows-release --target unit_tests"):
         "it builds, and runs a test out of many: ctest does both",
     ("docs/kolmctl.md", "kolmctl --simulate --json features | jq -r '.[] | select(.mode == \"auto\").feature'"):

@@ -27,10 +27,12 @@ using UniqueFile = std::unique_ptr<std::FILE, FileCloser>;
 void ReadMediaTypeFile(const char* fileName, AM_MEDIA_TYPE& type) noexcept {
     // Compatibility: text mode, though the records are binary. Who writes such files knows it.
     const UniqueFile file(std::fopen(fileName, "r"));
-    if (file == nullptr) return;
+    if (file != nullptr) ReadMediaType(*file, type);
+}
 
+void ReadMediaType(std::FILE& file, AM_MEDIA_TYPE& type) noexcept {
     AM_MEDIA_TYPE record = type;  // what the file is too short for stays as it is
-    std::ignore = std::fread(&record, 1, sizeof record, file.get());
+    std::ignore = std::fread(&record, 1, sizeof record, &file);
     type.majortype = record.majortype;
     type.subtype = record.subtype;
     type.bFixedSizeSamples = record.bFixedSizeSamples;
@@ -39,7 +41,7 @@ void ReadMediaTypeFile(const char* fileName, AM_MEDIA_TYPE& type) noexcept {
     type.formattype = record.formattype;
 
     std::array<BYTE, sizeof(VIDEOINFOHEADER)> header{};
-    const std::size_t read = std::fread(header.data(), 1, header.size(), file.get());
+    const std::size_t read = std::fread(header.data(), 1, header.size(), &file);
     if (type.pbFormat != nullptr) {
         std::memcpy(type.pbFormat, header.data(), std::min<std::size_t>(read, type.cbFormat));
     }

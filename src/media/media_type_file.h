@@ -1,6 +1,8 @@
 #pragma once
 /// @file  Media types from a file.
 
+#include <cstdio>
+
 #include <windows.h>
 
 #include <strmif.h>
@@ -16,5 +18,8 @@ namespace kolmfluxor {
 ///
 /// @param fileName  in the system's ANSI code page
 void ReadMediaTypeFile(const char* fileName, AM_MEDIA_TYPE& type) noexcept;
+
+/// The same from an open file, in the mode in which it was opened.
+void ReadMediaType(std::FILE& file, AM_MEDIA_TYPE& type) noexcept;
 
 }  // namespace kolmfluxor

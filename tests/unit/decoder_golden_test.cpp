@@ -3,112 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <iterator>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "registers/catalogue.h"
 #include "unit/line_list.h"
+#include "unit/plain_register_decoder.h"
 
 namespace kolmfluxor::test {
 namespace {
 
-// ---- The expected layouts -----------------------------------------------------------------------------------------
-
-enum class Rule { plain, times4, thousandths, rate };
-
-struct GoldenField {
-    std::string format;
-    unsigned high, low;
-    Rule rule = Rule::plain;
-};
-
-struct GoldenLayout {
-    std::uint32_t first, last;
-    std::string heading;
-    std::vector<GoldenField> fields;
-};
-
-// clang-format off
-const GoldenLayout kLayouts[] = {
-#include "unit/data/register_decoders.inc"
-};
-const GoldenLayout kFormat7Layouts[] = {
-#include "unit/data/register_decoders_format7.inc"
-};
-// clang-format on
-
-const GoldenLayout kDefaultLayout = {
-    0,
-    0,
-    "Default: 0x%x",
-    {{"Presents: %d", 31, 31},
-     {"Auto: %d", 24, 24},
-     {"OnePush: %d", 26, 26},
-     {"OnOff: %d", 25, 25},
-     {"Value: %d", 11, 0}},
-};
-
-const std::string kRates[] = {"1.875 [0]", "3.75 [1]", "7.5 [2]", "15 [3]", "30 [4]", "60 [5]", "120 [6]", "240 [7]"};
-
-// ---- A reader of them ---------------------------------------------------------------------------------------------
-
-std::string Hex(std::uint64_t number) {
-    std::ostringstream text;
-    text << std::hex << number;
-    return text.str();
-}
-
-std::string Decimal(std::uint64_t number) {
-    // As printf's %d shows 32 bits.
-    return std::to_string(number < 0x80000000U ? static_cast<std::int64_t>(number)
-                                               : static_cast<std::int64_t>(number) - 0x100000000);
-}
-
-std::string Thousandths(std::uint64_t number) {
-    const std::string whole = Decimal(number);
-    const bool negative = whole.front() == '-';
-    std::string digits = negative ? whole.substr(1) : whole;
-    digits.insert(0, digits.size() < 4 ? 4 - digits.size() : 0, '0');
-    digits.insert(digits.size() - 3, ".");
-    return (negative ? "-" : "") + digits + "000";
-}
-
-std::string Filled(const std::string& format, const char* conversion, const std::string& number) {
-    const std::size_t place = format.find(conversion);
-    EXPECT_NE(place, std::string::npos) << format;
-    return format.substr(0, place) + number + format.substr(place + std::string(conversion).size());
-}
-
-std::string FieldText(const GoldenField& field, std::uint64_t value) {
-    std::uint64_t number = 0;
-    for (unsigned bit = field.high + 1; bit-- > field.low;)
-        number = 2 * number + (value >> bit) % 2;
-    switch (field.rule) {
-    case Rule::rate:
-        return "FPS: " + kRates[number];
-    case Rule::thousandths:
-        return Filled(field.format, "%lf", Thousandths(number));
-    case Rule::times4:
-        number = number * 4 % 0x100000000;
-        break;
-    case Rule::plain:
-        break;
-    }
-    const bool hex = field.format.find("%x") != std::string::npos;
-    return hex ? Filled(field.format, "%x", Hex(number)) : Filled(field.format, "%d", Decimal(number));
-}
-
 using Texts = std::vector<std::string>;
-
-Texts Expected(const GoldenLayout& layout, std::uint32_t shown, std::uint32_t value) {
-    Texts texts = {"Value: 0x" + Hex(value), Filled(layout.heading, "%x", Hex(shown))};
-    for (const GoldenField& field : layout.fields)
-        texts.push_back("  " + FieldText(field, value));
-    return texts;
-}
 
 /// Zero, all ones, and each bit alone.
 std::vector<std::uint32_t> Values() {

@@ -112,7 +112,7 @@ const ModeName& ParseMode(std::string_view text) {
 }
 
 std::string ModeText(unsigned long mode) {
-    const auto* const found = std::ranges::find(kModes, FeatureMode{mode}, &ModeName::mode);
+    const auto* const found = std::ranges::find(kModes, static_cast<FeatureMode>(mode), &ModeName::mode);
     return found != std::end(kModes) ? found->name : "unknown";
 }
 

@@ -7,6 +7,7 @@
 #include "settings/settings_check.h"
 #include "settings/settings_file.h"
 #include "settings/settings_load.h"
+#include "settings/settings_text.h"
 
 namespace kolmctl {
 namespace {

@@ -11,6 +11,7 @@
 #include "settings/setting_access.h"
 #include "settings/setting_table.h"
 #include "settings/settings_file.h"
+#include "settings/settings_text.h"
 
 namespace kolmctl {
 namespace {

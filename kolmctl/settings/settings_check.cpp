@@ -4,7 +4,7 @@
 
 #include "errors.h"
 #include "settings/setting_table.h"
-#include "settings/settings_file.h"
+#include "settings/settings_text.h"
 #include "text.h"
 
 namespace kolmctl {
@@ -68,8 +68,7 @@ private:
     void Identity(const Json& camera) const {
         Object(camera, "camera");
         for (const auto& [key, value] : camera.items()) {
-            const auto* const row =
-                std::ranges::find_if(kIdentity, [&](const IdentityRow& each) { return key == each.key; });
+            const auto* const row = std::ranges::find(kIdentity, key, &IdentityRow::key);
             if (row == std::end(kIdentity)) {
                 Complain("camera." + key + ": unknown name");
             }
@@ -83,8 +82,7 @@ private:
         Object(settings, "settings");
         const std::vector<Setting> known = AllSettings();
         for (const auto& [name, fields] : settings.items()) {
-            const auto found =
-                std::ranges::find_if(known, [&](const Setting& setting) { return setting.Name() == name; });
+            const auto found = std::ranges::find(known, name, &Setting::Name);
             if (found == known.end()) {
                 Complain("settings." + name + ": unknown setting", KnownSettings(known));
             }

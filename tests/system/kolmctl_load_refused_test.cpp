@@ -117,13 +117,22 @@ TEST_F(KolmctlLoadRefused, wrong_usage_is_told) {
     EXPECT_THAT(Kolmctl({L"--simulate", L"load", file.Path()}), Fails(kUsage, "it is larger than 1 MB"));
 }
 
-TEST_F(KolmctlLoadRefused, deep_nesting_is_no_crash) {
-    EXPECT_THAT(Load(std::string(400'000, '[')), Fails(kUsage, "is no JSON"));
+TEST_F(KolmctlLoadRefused, deep_nesting_is_refused_and_no_crash) {
+    for (const std::size_t depth : {std::size_t{20}, std::size_t{400'000}}) {
+        SCOPED_TRACE(depth);
+        const std::string open(depth, '[');
+        const std::string whole = open + std::string(depth, ']');
+        EXPECT_THAT(Load("{\"version\": " + whole + ", \"settings\": {}}"), Fails(kUsage, "nested too deeply"));
+        EXPECT_THAT(Load(File("\"hue\": {\"value\": " + whole + "}")), Fails(kUsage, "nested too deeply"));
+        EXPECT_THAT(Load(open), Fails(kUsage, "nested too deeply"));
+    }
     std::string objects;
     for (int i = 0; i < 100'000; ++i) {
         objects += "{\"a\":";
     }
-    EXPECT_THAT(Load(objects), Fails(kUsage, "is no JSON"));
+    EXPECT_THAT(Load(objects), Fails(kUsage, "nested too deeply"));
+    const std::string shallow = std::string(10, '[') + std::string(10, ']');
+    EXPECT_THAT(Load("{\"version\": " + shallow + ", \"settings\": {}}"), Fails(kUsage, "]]] is not 1"));
 }
 
 TEST_F(KolmctlLoadRefused, what_the_camera_refuses_is_told_and_the_rest_is_set) {

@@ -20,6 +20,7 @@ using DWORD = std::uint32_t;
 using ULONG = std::uint32_t;
 using LONG = std::int32_t;
 using BOOL = int;
+using UINT = std::uint32_t;
 using HRESULT = std::int32_t;
 using REFERENCE_TIME = std::int64_t;
 using HANDLE = void*;
@@ -102,6 +103,9 @@ __CRT_UUID_DECL(IKsObject, 0x423C13A2, 0x2070, 0x11D0, 0x9E, 0xF7, 0x00, 0xAA, 0
 
 // ---- Media types
 
+inline constexpr GUID MEDIASUBTYPE_RGB24 = {
+    0xE436EB7D, 0x524F, 0x11CE, {0x9F, 0x53, 0x00, 0x20, 0xAF, 0x0B, 0xA7, 0x70}};
+
 struct AM_MEDIA_TYPE {
     GUID majortype;
     GUID subtype;
@@ -180,3 +184,15 @@ void* CoTaskMemAlloc(std::size_t size);
 void CoTaskMemFree(void* memory);
 /// From now on so many allocations succeed and all later ones fail.
 void PlatformLimitTaskMemory(unsigned successes);
+
+// ---- Texts
+
+inline constexpr UINT CP_ACP = 0;
+inline constexpr UINT CP_UTF8 = 65001;
+inline constexpr int CSTR_EQUAL = 2;
+/// ASCII as it is; each other byte or character becomes U+FFFD, or a question mark. Both sizes count units.
+int MultiByteToWideChar(UINT codePage, DWORD flags, const char* text, int length, wchar_t* out, int room);
+int WideCharToMultiByte(UINT codePage, DWORD flags, const wchar_t* text, int length, char* out, int room,
+                        const char* unknown, BOOL* used);
+/// Equal or not; the case counts or is that of ASCII letters.
+int CompareStringOrdinal(const wchar_t* a, int aLength, const wchar_t* b, int bLength, BOOL ignoreCase);

@@ -73,7 +73,7 @@ TEST_F(KolmctlExamples, of_all_subcommands_stand_in_the_help_of_the_program) {
 }
 
 // What has no result to print.
-constexpr const char* kSilent[] = {"pages"};
+constexpr const char* kSilent[] = {"pages", "save"};
 
 /// A table as a program gets it: the names of its columns, and the cells of its rows.
 struct Rows {
@@ -169,7 +169,9 @@ void ExpectSameTables(const std::vector<Rows>& json, const std::vector<Rows>& ts
     ASSERT_EQ(json.size(), tsv.size());
     for (std::size_t t = 0; t < json.size(); ++t) {
         ASSERT_EQ(json[t].cells.size(), tsv[t].cells.size());
-        EXPECT_EQ(json[t].keys, tsv[t].keys);
+        if (!json[t].cells.empty()) {  // an empty array has no names
+            EXPECT_EQ(json[t].keys, tsv[t].keys);
+        }
         const std::set<std::string> keys(tsv[t].keys.begin(), tsv[t].keys.end());
         EXPECT_EQ(keys.size(), tsv[t].keys.size()) << "a name twice";
         for (std::size_t r = 0; r < json[t].cells.size(); ++r) {

@@ -83,6 +83,10 @@ Picture StillGrabber::Take() {
     const auto& video = *reinterpret_cast<const VIDEOINFOHEADER*>(format.Type().pbFormat);
     const HRESULT hr = m_still->Capture();
     if (hr != S_OK) {
+        // A graph that could not be built has a code of its own, whatever the camera said.
+        ULONG current = 0;
+        Check(m_camera->PropertySet().GetProperty12Value(&current),
+              "cannot take a picture: the camera does not answer");
         throw CallError("cannot take a picture in " + format.ModeText() + " " + format.PixelText(), hr,
                         "pictures are taken at 3.75 frames per second, which not every mode allows");
     }

@@ -1,5 +1,6 @@
 /// @file  Each subcommand of kolmctl with a driver that fails, and with words that it does not know.
 
+#include <filesystem>
 #include <ostream>
 
 #include "system/settings_fixture.h"
@@ -126,6 +127,47 @@ TEST_F(KolmctlFaults, an_upload_that_breaks_off_says_why) {
     EXPECT_EQ(KolmctlWithFaults(L"set 62 #3 8007001F", upload).exitCode, kSuccess);
     EXPECT_THAT(KolmctlWithFaults(L"set 62 #3 unplug", upload),
                 Fails(kRefused, "0x8007048F ERROR_DEVICE_NOT_CONNECTED"));
+}
+
+TEST_F(KolmctlFaults, loading_a_table_from_a_file_that_breaks_off_says_why) {
+    const CSettingsFile file(L"table.csv");
+    std::string text = "level,curve\n";
+    for (int level = 0; level < 4096; ++level) {
+        text += std::to_string(level) + "," + std::to_string(level) + "\n";
+    }
+    file.Write(text);
+    const std::vector<std::wstring> load = {L"--simulate", L"lut", L"load", file.Path(), L"--upload", L"1"};
+    ASSERT_EQ(Kolmctl(load).exitCode, kSuccess);
+
+    for (const wchar_t* when : {L"any", L"any #1", L"any #2", L"any #5", L"11 #6"}) {
+        EXPECT_THAT(KolmctlWithFaults(L"any " + std::wstring(when) + L" 8007001F", load),
+                    Fails(kRefused, "0x8007001F ERROR_GEN_FAILURE"));
+        EXPECT_THAT(KolmctlWithFaults(L"any " + std::wstring(when) + L" unplug", load),
+                    Fails(kRefused, "0x8007048F ERROR_DEVICE_NOT_CONNECTED"));
+    }
+}
+
+TEST_F(KolmctlFaults, a_still_picture_of_an_unplugged_camera_is_none) {
+    const CSettingsFile picture(L"still.png");
+    const std::vector<std::wstring> still = {L"--simulate", L"still", picture.Path()};
+    // The first request pulls the cable.
+    EXPECT_THAT(KolmctlWithFaults(L"any any unplug", still), Fails(kRefused, "0x8007048F ERROR_DEVICE_NOT_CONNECTED"));
+    EXPECT_FALSE(std::filesystem::exists(picture.Path()));
+
+    // Pictures come through the stream, not by requests: those may fail.
+    EXPECT_EQ(KolmctlWithFaults(L"any any 8007001F", still).exitCode, kSuccess);
+    EXPECT_TRUE(std::filesystem::exists(picture.Path()));
+}
+
+TEST_F(KolmctlFaults, the_list_of_cameras_needs_none_that_answers) {
+    const ProcessOutcome sound = Kolmctl({L"list"});
+
+    for (const wchar_t* fault : {L"any any 8007001F", L"any any unplug"}) {
+        const ProcessOutcome outcome = KolmctlWithFaults(fault, {L"list"});
+        EXPECT_EQ(outcome.exitCode, kSuccess);
+        EXPECT_EQ(outcome.out, sound.out);
+        EXPECT_EQ(outcome.err, "");
+    }
 }
 
 TEST_F(KolmctlFaults, a_trace_shows_the_request_that_failed) {

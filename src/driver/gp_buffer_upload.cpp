@@ -33,8 +33,8 @@ struct Destination {
 
 /// Opens the memory with `control`, sends the data block by block, and closes the memory again.
 ///
-/// The camera may end the transfer early by closing the memory itself. A failed access to the control register ends it at
-/// once, with the memory as it is.
+/// The camera may end the transfer early by closing the memory itself. A failed access to the control register ends it
+/// at once, with the memory as it is.
 HRESULT Upload(const CRegisterAccess& registers, const Destination& to, ULONG control, const ULONG* data,
                ULONG quadlets, ULONG blockQuadlets) {
     HRESULT hr = registers.Write(to.controlRegister, to.enableWrite.Put(control, 1));

@@ -1,6 +1,8 @@
 #pragma once
 /// @file  As much of the platform's COM pointer as the code under test uses.
 
+#include <cstddef>
+
 namespace Microsoft::WRL {
 
 /// Owns a reference.
@@ -13,6 +15,7 @@ public:
         if (m_object != nullptr) m_object->Release();
     }
 
+    friend bool operator==(const ComPtr& pointer, std::nullptr_t) { return pointer.m_object == nullptr; }
     Interface* operator->() const { return m_object; }
     Interface** GetAddressOf() { return &m_object; }
 

@@ -79,7 +79,7 @@ void CKolmFluxorPage_Color::OnPrepare() {
 void CKolmFluxorPage_Color::OnPoll() {
     // Both white balances are one feature of the camera: a mode that changes in one shows in the other. Unless both are
     // at rest in the same mode, both are read, whatever their own modes. A group that could not be filled has no mode
-    // and is read all the same; its list stays empty.
+    // and is read all the same; it stays disabled and shows nothing.
     const ULONG ub = m_whiteBalanceUb.SelectedMode();
     const ULONG vr = m_whiteBalanceVr.SelectedMode();
     if (ub != vr || MovesByItself(ub)) {

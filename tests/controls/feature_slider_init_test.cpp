@@ -40,6 +40,11 @@ public:
     HRESULT STDMETHODCALLTYPE GetFeatureMin(ULONG, ULONG* out) override { return Give("min", 10, out); }
     HRESULT STDMETHODCALLTYPE GetFeatureMax(ULONG, ULONG* out) override { return Give("max", 20, out); }
     HRESULT STDMETHODCALLTYPE GetFeatureValue(ULONG, ULONG* out) override { return Give("value", 15, out); }
+    HRESULT STDMETHODCALLTYPE GetFeatureValueAndMode(ULONG, ULONG* value, ULONG* mode) override {
+        *mode = 1;
+        return Give("value and mode", 12, value);
+    }
+    HRESULT STDMETHODCALLTYPE SetFeatureValueAndMode(ULONG, ULONG, ULONG) override { return Note("set"); }
 
 private:
     HRESULT Note(std::string call) {
@@ -103,6 +108,34 @@ TEST_F(FeatureSliderInit, each_call_failing_in_turn_ends_it_with_the_right_code_
             EXPECT_EQ(camera.calls.size(), nth) << "nothing is asked after a failure";
             ExpectEnabled(false);
         }
+    }
+}
+
+TEST_F(FeatureSliderInit, a_group_that_failed_stays_disabled_whatever_comes_until_an_Init_succeeds) {
+    for (std::size_t nth = 2; nth <= kCalls.size(); ++nth) {
+        SCOPED_TRACE(kCalls[nth - 1]);
+        CScriptedCamera camera;
+        camera.failAt = nth;
+        ::SetDlgItemTextA(m_window.Handle(), kIds.edit, "");
+        EXPECT_NE(m_group.Init(FeatureId::gain, &camera), S_OK);
+        camera.calls.clear();
+        camera.failAt = 0;
+
+        EXPECT_EQ(m_group.Poll(FeatureId::gain, &camera), S_OK);
+        EXPECT_EQ(camera.calls, std::vector<std::string>{"value and mode"}) << "asked for all the same";
+        EXPECT_EQ(m_window.Text(kIds.edit), "");
+        ExpectEnabled(false);
+        camera.failAt = 2;
+        EXPECT_EQ(m_group.Apply(FeatureId::gain, &camera), E_ACCESSDENIED) << "no mode is selected";
+        ExpectEnabled(false);
+
+        camera.failAt = 0;
+        EXPECT_EQ(m_group.Init(FeatureId::gain, &camera), S_OK);
+        ExpectEnabled(true);
+        EXPECT_EQ(m_group.Poll(FeatureId::gain, &camera), S_OK);
+        EXPECT_EQ(m_window.Text(kIds.edit), "12");
+        m_group.EnableForMode(0);
+        EXPECT_FALSE(m_window.IsEnabled(kIds.trackbar));
     }
 }
 

@@ -248,21 +248,23 @@ TEST_F(ColorPage, a_white_balance_whose_list_is_open_is_left_out) {
     EXPECT_EQ(Object().Sent(), Wire{Get(1)});
 }
 
-TEST_F(ColorPage, a_white_balance_that_could_not_be_filled_is_polled_all_the_same) {
+TEST_F(ColorPage, a_white_balance_that_could_not_be_filled_is_polled_all_the_same_and_stays_disabled) {
     for (int nth = 12; nth < 18; ++nth) {  // the requests that fill both, three each
         SCOPED_TRACE(nth);
         Renew(L"color");
         Object().FailNth(nth, E_ACCESSDENIED);
         const auto page = Open();
         const bool first = nth < 15;
-        const int failedMode = first ? kUbMode : kVrMode;
-        ASSERT_EQ(page->Entries(failedMode), std::vector<std::string>{});
+        const GroupRow& failed = kGroups[first ? 0 : 1];
+        ASSERT_EQ(page->Entries(failed.mode), std::vector<std::string>{});
         ASSERT_EQ(page->Selected(first ? kVrMode : kUbMode), "Manual") << "the other one rests";
         for (int tick = 0; tick < 2; ++tick) {
             page->Tick();
             EXPECT_EQ(Object().Sent(), (Wire{Get(1), Get(2)}));
-            EXPECT_EQ(page->Entries(failedMode), std::vector<std::string>{});
-            EXPECT_FALSE(page->IsEnabled(failedMode));
+            EXPECT_EQ(page->Entries(failed.mode), std::vector<std::string>{});
+            EXPECT_EQ(page->Text(failed.edit), "") << "its trackbar has no range to show a value in";
+            for (const int id : {failed.group, failed.min, failed.max, failed.slider, failed.edit, failed.mode})
+                EXPECT_FALSE(page->IsEnabled(id)) << id;
         }
     }
 }

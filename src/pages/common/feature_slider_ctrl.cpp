@@ -40,6 +40,7 @@ CFeatureSliderCtrl::CFeatureSliderCtrl(const FeatureSliderIds& ids, const HWND* 
 
 HRESULT CFeatureSliderCtrl::Init(FeatureId feature, IKolmFluxorPropertySet* camera) {
     const auto id = static_cast<ULONG>(feature);
+    m_initFailed = true;
     Enable(false);
     ClearModes();
 
@@ -67,6 +68,7 @@ HRESULT CFeatureSliderCtrl::Init(FeatureId feature, IKolmFluxorPropertySet* came
         return E_UNEXPECTED;
     }
 
+    m_initFailed = false;
     SelectMode(mode);
     Enable(true);
     // Compatibility: OnePush leaves the value controls enabled here, unlike in Poll and Apply: a camera that is found
@@ -96,6 +98,7 @@ HRESULT CFeatureSliderCtrl::Poll(FeatureId feature, IKolmFluxorPropertySet* came
     ULONG value = 0;
     ULONG mode = 0;
     if (const HRESULT hr = ReadValueAndMode(feature, camera, &value, &mode); hr != S_OK) return hr;
+    if (m_initFailed) return S_OK;  // the trackbar has no range of the camera's that could hold the value
     if (value != SliderValue()) SetValue(value);
     if (mode != SelectedMode()) SelectMode(mode);
     EnableForMode(mode);
@@ -128,6 +131,7 @@ void CFeatureSliderCtrl::EnableValueControls(bool enable) {
 }
 
 void CFeatureSliderCtrl::EnableForMode(ULONG mode) {
+    if (m_initFailed) return;
     EnableValueControls(mode != kOff && mode != kOnePush && mode != kAuto);
 }
 

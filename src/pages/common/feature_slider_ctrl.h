@@ -34,11 +34,11 @@ public:
     /// Fills the group from the camera.
     ///
     /// @return  `E_NOTIMPL` when the camera lacks the feature, a failed mode query's code, or `E_UNEXPECTED` when a
-    ///          value could not be read; the group stays disabled then
+    ///          value could not be read; the group then stays disabled until an `Init` succeeds
     HRESULT Init(FeatureId feature, IKolmFluxorPropertySet* camera);
     /// Writes trackbar position and selected mode, and shows the value that the camera made of it.
     HRESULT Apply(FeatureId feature, IKolmFluxorPropertySet* camera);
-    /// Reads value and mode and shows what has changed.
+    /// Reads value and mode and shows what has changed; a group whose `Init` failed shows nothing.
     HRESULT Poll(FeatureId feature, IKolmFluxorPropertySet* camera);
     /// Whether a timer tick is to poll: the selected mode moves by itself, and the list of modes is not open.
     [[nodiscard]] bool WantsPoll() const;
@@ -71,7 +71,8 @@ public:
     /// Whether the list of modes is open.
     [[nodiscard]] bool IsDropped() const;
 
-    /// Enables the value controls for a mode in which the value is the user's: neither Off, OnePush nor Auto.
+    /// Enables the value controls for a mode in which the value is the user's: neither Off, OnePush nor Auto. Those of
+    /// a group whose `Init` failed stay disabled.
     void EnableForMode(ULONG mode);
 
 protected:
@@ -87,6 +88,7 @@ protected:
 private:
     FeatureSliderIds m_ids;
     CLockable m_lock;
+    bool m_initFailed = false;  ///< the group is closed to polls and to the user
 };
 
 }  // namespace kolmfluxor

@@ -67,10 +67,12 @@ CKolmFluxorPage_DirectAccess::CKolmFluxorPage_DirectAccess(IUnknown* outer)
       m_tree(IDC_REGISTER_TREE, &m_hwnd) {}
 
 HRESULT CKolmFluxorPage_DirectAccess::OnActivate() {
+    // An earlier dialog's item of the tree and keys are none of this one's, even if this one stays empty.
+    m_current = nullptr;
+    m_hotKeyCount = 0;
     const INITCOMMONCONTROLSEX classes = {.dwSize = sizeof classes, .dwICC = ICC_TREEVIEW_CLASSES | ICC_BAR_CLASSES};
     if (!::InitCommonControlsEx(&classes)) return E_FAIL;
 
-    m_current = nullptr;  // an item of an earlier dialog's tree is none of this one's
     for (const HotKey& hotKey : kHotKeys) {
         // Somebody else may have the key already; the buttons are still there.
         std::ignore = ::RegisterHotKey(m_hwnd, static_cast<int>(&hotKey - kHotKeys), MOD_CONTROL, hotKey.key);

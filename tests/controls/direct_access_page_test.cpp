@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
@@ -16,6 +17,7 @@
 #include "support/page_site.h"
 #include "support/patched_import.h"
 #include "support/property_set_stub.h"
+#include "support/recorded_default.h"
 #include "support/thrown_text.h"
 #include "support/tree_reader.h"
 
@@ -81,6 +83,26 @@ BOOL WINAPI RecordInvalidate(HWND window, const RECT* area, BOOL erase) {
 LRESULT WINAPI RefuseMessage(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == g_refusedMessage) return -1;
     return ::SendMessageA(::GetDlgItem(dialog, id), message, wParam, lParam);
+}
+
+bool g_refusesControls = false;
+/// Refuses, or finds all classes there already.
+BOOL WINAPI MaybeRefuseControls(const INITCOMMONCONTROLSEX*) {
+    return !g_refusesControls;
+}
+
+/// Notes the messages to the tree; all messages arrive.
+std::vector<UINT> g_treeMessages;
+LRESULT WINAPI RecordMessage(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (id == kTree) g_treeMessages.push_back(message);
+    return ::SendMessageA(::GetDlgItem(dialog, id), message, wParam, lParam);
+}
+/// How many messages about an item went to the tree before the first new item.
+std::ptrdiff_t ItemMessagesBeforeTheFirstItem() {
+    const auto first = std::ranges::find(g_treeMessages, UINT{TVM_INSERTITEMA});
+    return std::count_if(g_treeMessages.begin(), first, [](UINT message) {
+        return message == TVM_GETNEXTITEM || message == TVM_DELETEITEM || message == TVM_EXPAND;
+    });
 }
 
 /// An object with the interface, whose registers all refuse, unless told otherwise.
@@ -173,25 +195,54 @@ TEST_F(DirectAccess, without_the_common_controls_stays_empty) {
     EXPECT_EQ(Text(kBits), std::string(31, '0') + "1");
 }
 
+TEST_F(DirectAccess, an_item_of_the_tree_before_is_never_used_in_the_next_one) {
+    Open();
+    ASSERT_EQ(m_page->Deactivate(), S_OK);
+    const CPatchedImport controls(&__imp_InitCommonControlsEx, reinterpret_cast<void*>(&MaybeRefuseControls));
+    const CPatchedImport messages(&__imp_SendDlgItemMessageA, reinterpret_cast<void*>(&RecordMessage));
+    const CPatchedImport keys(&__imp_UnregisterHotKey, reinterpret_cast<void*>(&RecordUnregister));
+    for (const bool refused : {false, true}) {
+        SCOPED_TRACE(refused);
+        g_refusesControls = refused;
+        g_treeMessages.clear();
+        ASSERT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+        ::SetWindowTextA(Control(kValue), "1");
+        EXPECT_EQ(ItemMessagesBeforeTheFirstItem(), 0);
+        EXPECT_EQ(g_treeMessages.empty(), refused);
+        EXPECT_EQ(Tree().empty(), refused);
+        g_calls.clear();
+        g_keyWindow = Dialog();
+        ASSERT_EQ(m_page->Deactivate(), S_OK);
+        EXPECT_EQ(g_calls, refused ? Calls{} : (Calls{"unregister 0", "unregister 1"})) << "only what it took";
+    }
+}
+
 TEST_F(DirectAccess, returns_1_for_its_own_commands_only) {
     Open();
     for (const auto& [id, code] :
          {std::pair{kNames, CBN_SELCHANGE}, {1049, BN_CLICKED}, {1050, BN_CLICKED}, {kValue, EN_CHANGE}}) {
         EXPECT_EQ(Command(id, static_cast<UINT>(code)), 1) << id;
     }
+    const CRecordedDefault base;
     for (const auto& [id, code] : {std::pair{kNames, CBN_CLOSEUP},
                                    {kAddress, EN_CHANGE},
                                    {1049, BN_DOUBLECLICKED},
                                    {1051, BN_CLICKED},
                                    {kTree, BN_CLICKED}}) {
-        EXPECT_EQ(Command(id, static_cast<UINT>(code)), 0) << id;
+        CRecordedDefault::Forget();
+        EXPECT_EQ(Command(id, static_cast<UINT>(code)), CRecordedDefault::kAnswer) << id;
+        EXPECT_EQ(CRecordedDefault::Messages(), std::vector<UINT>{WM_COMMAND}) << id;
     }
 }
 
 TEST_F(DirectAccess, a_hot_key_goes_on_to_the_base) {
     Open();
-    EXPECT_EQ(m_page->OnReceiveMessage(Dialog(), WM_HOTKEY, 0, MAKELPARAM(MOD_CONTROL, 'R')), 0);
+    const CRecordedDefault base;
+    EXPECT_EQ(m_page->OnReceiveMessage(Dialog(), WM_HOTKEY, 0, MAKELPARAM(MOD_CONTROL, 'R')),
+              CRecordedDefault::kAnswer);
     EXPECT_EQ(m_camera.reads, 1);
+    ASSERT_FALSE(CRecordedDefault::Messages().empty());
+    EXPECT_EQ(CRecordedDefault::Messages().back(), UINT{WM_HOTKEY}) << "after the read";
 }
 
 TEST_F(DirectAccess, a_read_that_leaves_its_output_alone_shows_all_ones) {

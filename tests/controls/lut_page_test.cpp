@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,12 +17,15 @@
 #include "support/own_desktop.h"
 #include "support/patched_import.h"
 #include "support/property_set_test.h"
+#include "support/recorded_default.h"
 
 extern "C" void* __imp_GetOpenFileNameA;
 extern "C" void* __imp_MessageBoxA;
 extern "C" void* __imp_Polygon;
 extern "C" void* __imp_MoveToEx;
 extern "C" void* __imp_TextOutA;
+extern "C" void* __imp_GetDC;
+extern "C" void* __imp_ReleaseDC;
 
 namespace kolmfluxor::test {
 namespace {
@@ -34,10 +39,20 @@ constexpr int kNumber = 1152;
 constexpr int kLoaded = 1159;
 constexpr int kPicture = 1160;
 
-IPropertyPage* g_deactivateMe = nullptr;  ///< closed while the user looks at the file dialog
-std::string g_answer;                     ///< path that the dialog gives; empty for Cancel
+IPropertyPage* g_closesWithFile = nullptr;     ///< goes while the user looks at the file dialog
+IPropertyPage* g_closesWithMessage = nullptr;  ///< goes while the user looks at a message
+std::string g_answer;                          ///< path that the file dialog gives; empty for Cancel
 std::vector<OPENFILENAMEA> g_questions;
 std::string g_filter;
+
+/// The frame lets go of a page in the middle of its handler.
+void LetGo(IPropertyPage*& page) {
+    if (page == nullptr) return;
+    EXPECT_EQ(page->Deactivate(), S_OK);
+    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
+    EXPECT_EQ(page->Release(), 1u) << "the page holds itself";
+    page = nullptr;
+}
 
 BOOL WINAPI AnswerOpenFile(OPENFILENAMEA* question) {
     g_questions.push_back(*question);
@@ -46,12 +61,7 @@ BOOL WINAPI AnswerOpenFile(OPENFILENAMEA* question) {
         ++end;
     g_filter.assign(question->lpstrFilter, end);
     EXPECT_STREQ(question->lpstrFile, "") << "no file is suggested";
-    if (g_deactivateMe != nullptr) {
-        EXPECT_EQ(g_deactivateMe->Deactivate(), S_OK);
-        EXPECT_EQ(g_deactivateMe->SetObjects(0, nullptr), S_OK);
-        EXPECT_EQ(g_deactivateMe->Release(), 1u) << "the page holds itself";
-        g_deactivateMe = nullptr;
-    }
+    LetGo(g_closesWithFile);
     if (g_answer.empty()) return FALSE;
     g_answer.copy(question->lpstrFile, question->nMaxFile - 1);
     return TRUE;
@@ -66,22 +76,30 @@ std::vector<Box> g_boxes;
 
 int WINAPI AnswerMessageBox(HWND owner, const char* text, const char* caption, UINT type) {
     g_boxes.push_back({owner, text, caption, type});
+    LetGo(g_closesWithMessage);
     return IDOK;
 }
 
 std::vector<std::string> g_drawn;
 HDC g_context = nullptr;
 std::vector<POINT> g_corners;
+HWND g_dialog = nullptr;         ///< whose painting is looked at while the curve is drawn; null for none
+bool g_baseHasPainted = false;   ///< it had no area left to paint then
+bool g_drawingFails = false;     ///< with an exception, as when memory runs out
+std::vector<HWND> g_contextsOf;  ///< windows whose contexts were taken
+std::vector<HWND> g_releasedOf;  ///< and given back
 
 BOOL WINAPI RecordMoveTo(HDC context, int x, int y, POINT* before) {
     EXPECT_EQ(before, nullptr);
     g_context = context;
+    if (g_dialog != nullptr) g_baseHasPainted = !::GetUpdateRect(g_dialog, nullptr, FALSE);
     g_drawn.push_back("move to " + std::to_string(x) + "," + std::to_string(y));
     return TRUE;
 }
 
 BOOL WINAPI RecordPolygon(HDC context, const POINT* points, int count) {
     EXPECT_EQ(context, g_context);
+    if (g_drawingFails) throw std::bad_alloc();
     g_corners.assign(points, points + count);
     g_drawn.emplace_back("polygon");
     return TRUE;
@@ -92,6 +110,20 @@ BOOL WINAPI RecordTextOut(HDC context, int x, int y, const char* text, int lengt
     g_drawn.push_back("text at " + std::to_string(x) + "," + std::to_string(y) + ": " +
                       std::string(text, static_cast<std::size_t>(length)));
     return TRUE;
+}
+
+/// Not a real one: all that draws in it is recorded.
+HDC FakeContext() {
+    return reinterpret_cast<HDC>(INT_PTR{0x1234});
+}
+HDC WINAPI RecordGet(HWND window) {
+    g_contextsOf.push_back(window);
+    return FakeContext();
+}
+int WINAPI RecordRelease(HWND window, HDC context) {
+    EXPECT_EQ(context, FakeContext());
+    g_releasedOf.push_back(window);
+    return 1;
 }
 
 class LutPageInside : public PropertySetTest {
@@ -109,6 +141,8 @@ protected:
         g_boxes.clear();
         g_drawn.clear();
         g_corners.clear();
+        g_dialog = nullptr;
+        g_drawingFails = false;
         m_frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 700, 700, nullptr, nullptr,
                                     nullptr, nullptr);
         Object().Patch(31, 36, 4);
@@ -201,14 +235,19 @@ TEST_F(LutPageInside, a_file_that_is_gone_cannot_be_read) {
 TEST_F(LutPageInside, buttons_end_here_and_all_else_goes_on_to_the_base) {
     CKolmFluxorPage_Lut& page = Open();
     Load(page, kTwoLuts);
+    const CRecordedDefault base;
     EXPECT_EQ(Command(page, kToCamera, BN_CLICKED), 1);
+    EXPECT_EQ(CRecordedDefault::Messages(), std::vector<UINT>{});
 
     for (const auto& [id, code] : std::vector<std::pair<int, UINT>>{{kEnable, BN_CLICKED},
                                                                     {kNumber, CBN_SELCHANGE},
                                                                     {kLoaded, CBN_SELCHANGE},
                                                                     {kFunction, EN_UPDATE},
                                                                     {kLoad, BN_SETFOCUS}}) {
-        EXPECT_EQ(Command(page, id, code), 0) << id;
+        CRecordedDefault::Forget();
+        EXPECT_EQ(Command(page, id, code), CRecordedDefault::kAnswer) << id;
+        ASSERT_FALSE(CRecordedDefault::Messages().empty()) << id;
+        EXPECT_EQ(CRecordedDefault::Messages().back(), UINT{WM_COMMAND}) << id;
     }
 }
 
@@ -221,9 +260,11 @@ TEST_F(LutPageInside, draws_after_the_base_has_painted) {
     RECT area{};
     ::GetClientRect(::GetDlgItem(Dialog(), kPicture), &area);
 
+    g_dialog = Dialog();
     ::InvalidateRect(Dialog(), nullptr, FALSE);
+    ASSERT_TRUE(::GetUpdateRect(Dialog(), nullptr, FALSE));
     EXPECT_EQ(page.OnReceiveMessage(Dialog(), WM_PAINT, 0, 0), 0) << "the base's result";
-    EXPECT_FALSE(::GetUpdateRect(Dialog(), nullptr, FALSE)) << "the base has painted";
+    EXPECT_TRUE(g_baseHasPainted) << "before the curve is drawn";
 
     EXPECT_EQ(g_drawn, (std::vector<std::string>{"move to 0,0", "polygon", "text at 0,0: Z"}));
     ASSERT_EQ(g_corners.size(), static_cast<std::size_t>(area.right) + 2);
@@ -233,6 +274,70 @@ TEST_F(LutPageInside, draws_after_the_base_has_painted) {
     EXPECT_EQ(corner(g_corners[static_cast<std::size_t>(area.right)]), std::pair(area.right - 1, LONG{0}))
         << "value 255";
     EXPECT_EQ(corner(g_corners.back()), std::pair(area.right - 1, area.bottom));
+}
+
+TEST_F(LutPageInside, gives_the_pictures_context_back_even_when_drawing_fails) {
+    CKolmFluxorPage_Lut& page = Open();
+    Load(page, kTwoLuts);
+    const CPatchedImport get(&__imp_GetDC, reinterpret_cast<void*>(&RecordGet));
+    const CPatchedImport release(&__imp_ReleaseDC, reinterpret_cast<void*>(&RecordRelease));
+    for (const bool fails : {false, true}) {
+        g_contextsOf.clear();
+        g_releasedOf.clear();
+        g_drawingFails = fails;
+        EXPECT_NO_THROW(page.OnReceiveMessage(Dialog(), WM_PAINT, 0, 0));
+        EXPECT_EQ(g_contextsOf, std::vector<HWND>{::GetDlgItem(Dialog(), kPicture)}) << fails;
+        EXPECT_EQ(g_releasedOf, g_contextsOf) << fails;
+    }
+}
+
+TEST_F(LutPageInside, draws_nothing_at_all_where_there_is_no_curve) {
+    CKolmFluxorPage_Lut& page = Open();
+    Load(page, kTwoLuts);
+    const auto reopen = [&](ULONG sizeBytes, ULONG bits) {
+        Camera().ClearFaults();
+        Object().Patch(31, 36, sizeBytes);
+        Object().Patch(63, 24, bits);
+        EXPECT_EQ(m_face->Deactivate(), S_OK);
+        EXPECT_EQ(m_face->Activate(m_frame, &kPlace, FALSE), S_OK);
+    };
+    const auto paint = [&] {
+        g_drawn.clear();
+        page.OnReceiveMessage(Dialog(), WM_PAINT, 0, 0);
+        return g_drawn;
+    };
+    const std::vector<std::string> nothing;
+
+    reopen(4, 0);
+    EXPECT_EQ(paint(), nothing) << "the camera tells of no bits";
+    reopen(8, 8);
+    EXPECT_EQ(paint(), nothing) << "its tables are longer than this one";
+    reopen(4, 8);
+    EXPECT_EQ(paint().size(), 3u);
+    ::MoveWindow(::GetDlgItem(Dialog(), kPicture), 10, 10, 0, 50, FALSE);
+    EXPECT_EQ(paint(), nothing) << "a picture without width has no column";
+    ::MoveWindow(::GetDlgItem(Dialog(), kPicture), 10, 10, 50, 0, FALSE);
+    EXPECT_EQ(paint().size(), 3u) << "one without height is flat";
+    EXPECT_TRUE(std::ranges::all_of(g_corners, [](const POINT& corner) { return corner.y == 0; }));
+}
+
+TEST_F(LutPageInside, values_of_many_bits_leave_the_curve_on_the_ground) {
+    CKolmFluxorPage_Lut& page = Open();
+    Load(page, kTwoLuts);
+    for (const ULONG bits : {32UL, 0xFFFFFFFFUL}) {
+        Camera().ClearFaults();
+        Object().Patch(31, 36, 16);
+        Object().Patch(63, 24, bits);
+        ASSERT_EQ(m_face->Deactivate(), S_OK);
+        ASSERT_EQ(m_face->Activate(m_frame, &kPlace, FALSE), S_OK);
+        g_corners.clear();
+        page.OnReceiveMessage(Dialog(), WM_PAINT, 0, 0);
+        RECT area{};
+        ::GetClientRect(::GetDlgItem(Dialog(), kPicture), &area);
+        ASSERT_EQ(g_corners.size(), static_cast<std::size_t>(area.right) + 2) << bits;
+        for (const POINT& corner : g_corners)
+            EXPECT_GE(corner.y, area.bottom - 1) << bits;
+    }
 }
 
 TEST_F(LutPageInside, draws_nothing_without_a_selection_and_for_other_messages) {
@@ -260,7 +365,7 @@ TEST_F(LutPageInside, an_entry_beyond_the_set_is_not_drawn) {
 
 TEST_F(LutPageInside, a_frame_that_goes_while_the_file_dialog_is_open_does_no_harm) {
     CKolmFluxorPage_Lut& page = Open();
-    g_deactivateMe = m_face;
+    g_closesWithFile = m_face;
     m_face = nullptr;  // its last reference goes in the dialog
     HWND const dialog = Dialog();
 
@@ -269,7 +374,19 @@ TEST_F(LutPageInside, a_frame_that_goes_while_the_file_dialog_is_open_does_no_ha
 
     EXPECT_TRUE(g_boxes.empty()) << "there is nobody left to tell";
 
-    EXPECT_EQ(g_deactivateMe, nullptr);
+    EXPECT_EQ(g_closesWithFile, nullptr);
+    EXPECT_EQ(CBaseObject::ObjectsActive(), 0) << "the page has gone afterwards";
+}
+
+TEST_F(LutPageInside, a_frame_that_goes_while_the_message_is_open_does_no_harm) {
+    CKolmFluxorPage_Lut& page = Open();
+    g_closesWithMessage = m_face;
+    m_face = nullptr;  // its last reference goes in the message
+
+    EXPECT_NO_THROW(EXPECT_EQ(page.OnReceiveMessage(Dialog(), WM_COMMAND, MAKEWPARAM(kLoad, BN_CLICKED), 0), 1));
+
+    EXPECT_EQ(g_boxes.size(), 1u);
+    EXPECT_EQ(g_closesWithMessage, nullptr);
     EXPECT_EQ(CBaseObject::ObjectsActive(), 0) << "the page has gone afterwards";
 }
 

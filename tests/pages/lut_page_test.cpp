@@ -280,6 +280,15 @@ TEST_F(LutPage, groups_hold_their_controls_in_the_agreed_places) {
         EXPECT_LT(place(id).right, place(kPicture).left) << id;
     EXPECT_LE(place(kLoad).bottom, place(kLoaded).top);
     EXPECT_LE(place(kLoaded).bottom, place(kToCamera).top);
+    const auto label = [&](const char* text) {
+        HWND const window = ::FindWindowExA(page->Dialog(), nullptr, "Static", text);
+        EXPECT_NE(window, nullptr) << text;
+        RECT area{};
+        ::GetWindowRect(window, &area);
+        return area;
+    };
+    EXPECT_GE(label("Input").top, place(kPicture).bottom);
+    EXPECT_LE(label("Output").right, place(kPicture).left);
 }
 
 TEST_F(LutPage, other_notifications_send_nothing) {

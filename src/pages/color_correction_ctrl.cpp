@@ -90,7 +90,7 @@ HRESULT CColorCorrectionCtrl::Refresh(IKolmFluxorPropertySet* camera) {
     Enable(true);
 
     BOOL on = FALSE;
-    std::ignore = camera->GetColorCorrectionOnOff(&on);  // neither a failure nor another mode counts as on
+    if (camera->GetColorCorrectionOnOff(&on) != S_OK) on = FALSE;  // whatever the answer says; nor is another mode on
     SelectMode(static_cast<ULONG>(on != FALSE ? ColorCorrectionMode::manual : ColorCorrectionMode::off));
 
     ULONG first = 0;

@@ -204,6 +204,8 @@ TEST_F(ColorCorrection, each_later_call_failing_in_turn) {
 
             EXPECT_EQ(camera.calls.size(), first ? nth : kRefresh.size());
             ExpectEnabled(true, !first);
+            const bool switchFailed = kRefresh[nth - 1] == "on";
+            EXPECT_EQ(m_group.SelectedMode(), switchFailed ? 0u : 1u) << "its answer says on, even where it failed";
         }
     }
 }

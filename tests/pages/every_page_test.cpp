@@ -76,6 +76,17 @@ protected:
         }
         return controls;
     }
+    /// What the visible controls show, line by line: text, entries, and whether the user can do anything.
+    static std::vector<std::string> Shown(const CPageHost& page) {
+        std::vector<std::string> lines;
+        for (const Control& control : Controls(page)) {
+            const LRESULT entries =
+                control.kind == "ComboBox" ? ::SendMessageA(control.window, CB_GETCOUNT, 0, 0) : LRESULT{0};
+            lines.push_back(std::to_string(control.id) + ' ' + control.text + ' ' + std::to_string(entries) +
+                            (::IsWindowEnabled(control.window) ? " enabled" : " disabled"));
+        }
+        return lines;
+    }
     static bool IsGroupBox(const Control& control) {
         return control.kind == "Button" &&
                (::GetWindowLongPtrA(control.window, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
@@ -170,11 +181,19 @@ TEST_P(EveryPage, opening_and_reopening_write_nothing_and_leave_the_page_clean) 
 }
 
 TEST_P(EveryPage, stays_usable_on_an_unplugged_camera) {
+    const std::vector<std::string> filled = Shown(CPageHost(GetParam().classId, Object()));
+    RenewCamera(L"color");
     Camera().Plug(false);
     CPageHost page(GetParam().classId, Object());
-    EXPECT_NE(page.Dialog(), nullptr);
     page.Tick();
+    EXPECT_EQ(Shown(page) == filled, std::string(GetParam().name) == "DirectAccess") << "which asks nothing by itself";
+
     Camera().Plug(true);
+    page.Reactivate();
+
+    EXPECT_EQ(Shown(page), filled) << "as if it had never been unplugged";
+    for (const CWireRequest& request : Object().Sent())
+        EXPECT_EQ(request.Word(20), 1u) << "a SET was sent";
 }
 
 TEST_P(EveryPage, all_controls_lie_within_the_page_and_none_on_another) {

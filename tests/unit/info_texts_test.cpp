@@ -82,6 +82,9 @@ TEST(InfoTexts, other_formats_are_cut_to_the_buffer) {
         format(std::span(buffer).first(4), 0x7FFFFFFF);
         EXPECT_EQ(buffer[3], '\0');
         EXPECT_EQ(buffer[4], '#') << "beyond the buffer";
+        buffer.fill('#');
+        format(std::span(buffer).first(0), 0x7FFFFFFF);
+        EXPECT_EQ(buffer[0], '#') << "an empty buffer";
     }
 }
 

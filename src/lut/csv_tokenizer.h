@@ -1,10 +1,11 @@
 #pragma once
 /// @file  How a line of a LUT file falls into tokens: a state machine.
 ///
-/// This module's own rules, kept as they stand because files rely on them. A stack of open delimiters decides: a
-/// separator opens when nothing is open, and the same separator closes it again, each time ending a token; a quote
-/// opens and closes, and is never part of a token. Only eight contents of that stack can come about, so the machine
-/// has eight states and needs no stack.
+/// Compatibility: separators work in alternation, a `'` does not quote while one is open, and an empty line is a
+/// token. These are this module's own rules, kept as they stand because files rely on them. A stack of open delimiters
+/// decides: a separator opens when nothing is open, and the same separator closes it again, each time ending a token; a
+/// quote opens and closes, and is never part of a token. Only eight contents of that stack can come about, so the
+/// machine has eight states and needs no stack.
 
 #include <array>
 #include <cstddef>

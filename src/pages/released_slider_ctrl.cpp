@@ -18,8 +18,8 @@ void CReleasedSliderCtrl::OnTrackbarMoved(FeatureId feature, UINT code, IKolmFlu
         m_drag = Drag::moving;
         return;
     }
-    // A released thumb reports its position and after it the end of the movement, the latter twice at times; the first
-    // of them writes.
+    // Compatibility: a released thumb reports its position and after it the end of the movement, the latter twice at
+    // times. The first of them writes and the others do not, however late they come, so that a drag is one write.
     const bool ends = code == TB_THUMBPOSITION || code == TB_ENDTRACK;
     if (code == TB_ENDTRACK && m_drag == Drag::released) return;
     m_drag = ends && m_drag == Drag::moving ? Drag::released : Drag::none;

@@ -16,7 +16,12 @@ public:
     void OnTrackbarMoved(FeatureId feature, UINT code, IKolmFluxorPropertySet* camera) override;
 
 private:
-    enum class Drag { none, moving, released };
+    /// How the last movement of the trackbar began and ended.
+    enum class Drag {
+        none,      ///< by a key or a click, or there was none
+        moving,    ///< by a thumb that is still held
+        released,  ///< by a thumb that was released, whose value is written; lasts until the next movement
+    };
 
     Drag m_drag = Drag::none;
 };

@@ -8,6 +8,9 @@
 namespace kolmfluxor {
 namespace {
 
+// Compatibility: odd spellings of names ("KolmVesrionInfo1", "KolmHDRKneePint1", ...) are kept: callers look registers
+// up by name.
+
 /// A register of a run. A '#' in its name stands for the run's number.
 struct Register {
     const char* name;

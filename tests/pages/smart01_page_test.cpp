@@ -262,6 +262,10 @@ TEST_F(Smart01Page, the_end_of_a_drag_without_a_position_writes) {
     EXPECT_EQ(Object().Sent(), Written(41, 20));
     Scroll(*page, 1151, TB_ENDTRACK, 20);
     EXPECT_EQ(Object().Sent(), Wire{}) << "its end is told twice";
+    page->Reactivate();
+    Object().Forget();
+    Scroll(*page, 1151, TB_ENDTRACK, 20);
+    EXPECT_EQ(Object().Sent(), Wire{}) << "nothing has moved since";
     Scroll(*page, 1151, TB_LINEUP, 19);
     Scroll(*page, 1151, TB_ENDTRACK, 19);
     EXPECT_EQ(Object().Sent().size(), 6u) << "a key is no drag";

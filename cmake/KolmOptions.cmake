@@ -3,6 +3,8 @@
 set(KOLM_SANITIZE "" CACHE STRING "Run-time checks: empty, \"trap\" (any target), \"address\" or \"fuzz\" (native builds)")
 set_property(CACHE KOLM_SANITIZE PROPERTY STRINGS "" trap address fuzz)
 
+option(KOLM_COVERAGE "Count what of src/ is executed (./coverage)" OFF)
+
 # -- Build types
 
 # Wine's backtraces name functions only with DWARF 4.
@@ -37,6 +39,15 @@ elseif(KOLM_SANITIZE STREQUAL "fuzz")
     add_compile_definitions(_GLIBCXX_ASSERTIONS)
 elseif(NOT KOLM_SANITIZE STREQUAL "")
     message(FATAL_ERROR "KOLM_SANITIZE: unknown value \"${KOLM_SANITIZE}\"")
+endif()
+
+# -- Coverage: counters in the code of src/ only (src/CMakeLists.txt), their runtime in whatever links it.
+
+if(KOLM_COVERAGE)
+    if(NOT CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        message(FATAL_ERROR "KOLM_COVERAGE needs GCC")
+    endif()
+    add_link_options(--coverage)
 endif()
 
 add_library(kolm_options INTERFACE)
@@ -86,16 +97,18 @@ if(WIN32)
     # UNICODE stays undefined: the A and W forms of calls are spelled out. 0x0601 is Windows 7.
     target_compile_definitions(kolm_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601 WINVER=0x0601)
     # The runtime goes into each binary: they import only Windows' own libraries.
-    # Address randomization works only where a relocation section exists, which the linker would leave out of
-    # programs.
     target_link_options(kolm_options INTERFACE
         -static
         -Wl,--dynamicbase
         -Wl,--high-entropy-va
         -Wl,--nxcompat
-        -Wl,--enable-reloc-section
         -Wl,--no-undefined
     )
+    # Address randomization works only where a relocation section exists, which GNU's linker would leave out of
+    # programs.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        target_link_options(kolm_options INTERFACE -Wl,--enable-reloc-section)
+    endif()
     # Our modules are named without "lib".
     set(CMAKE_SHARED_LIBRARY_PREFIX "")
     set(CMAKE_SHARED_MODULE_PREFIX "")

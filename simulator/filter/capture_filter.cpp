@@ -155,7 +155,7 @@ HRESULT CCaptureFilter::QueryVendorInfo(LPWSTR*) {
     return E_NOTIMPL;
 }
 
-HANDLE CCaptureFilter::KsGetObjectHandle() {
+HANDLE CCaptureFilter::KsGetObjectHandle() noexcept {
     return m_opened.camera->Handle();
 }
 

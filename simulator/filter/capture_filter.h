@@ -57,7 +57,7 @@ public:
     HRESULT STDMETHODCALLTYPE QueryVendorInfo(LPWSTR* info) override;
 
     // IKsObject
-    HANDLE STDMETHODCALLTYPE KsGetObjectHandle() override;
+    HANDLE STDMETHODCALLTYPE KsGetObjectHandle() noexcept override;
 
     // ISpecifyPropertyPages
     HRESULT STDMETHODCALLTYPE GetPages(CAUUID* pages) override;

@@ -55,7 +55,7 @@ private:
         }
         ULONG STDMETHODCALLTYPE AddRef() override { return m_filter.Unknown()->AddRef(); }
         ULONG STDMETHODCALLTYPE Release() override { return m_filter.Unknown()->Release(); }
-        HANDLE STDMETHODCALLTYPE KsGetObjectHandle() override {
+        HANDLE STDMETHODCALLTYPE KsGetObjectHandle() noexcept override {
             ++calls;
             return m_device;
         }

@@ -1,6 +1,6 @@
 #!/bin/bash
 # Installs what building and testing need, and only what is missing (Debian 12 or a later relative of it).
-# cmake/setup.sh --bench: what the benchmarks need besides.
+# cmake/setup.sh --bench, --coverage, --lint: what "./bench", "./coverage" and "./lint" need besides.
 set -euo pipefail
 
 packages=(
@@ -29,19 +29,24 @@ packages=(
     clang
     libclang-rt-dev
 )
-if [[ ${1:-} == --bench ]]; then
-    packages+=(
-        libbenchmark-dev
-        # other readers of such files
-        libfccp-dev
-        libcsv-dev
-        # other converters of pictures
-        libyuv-dev
-        libswscale-dev
-        libopencv-core-dev
-        libopencv-imgproc-dev
-    )
-fi
+case ${1:-} in
+    --bench)
+        packages+=(
+            libbenchmark-dev
+            # other readers of such files
+            libfccp-dev
+            libcsv-dev
+            # other converters of pictures
+            libyuv-dev
+            libswscale-dev
+            libopencv-core-dev
+            libopencv-imgproc-dev
+        )
+        ;;
+    --coverage) packages+=(gcovr) ;;
+    # lld links what clang compiles for Windows
+    --lint) packages+=(clang-tidy cppcheck lld) ;;
+esac
 
 if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
     echo "setup: this system has no apt; install the like of: ${packages[*]}" >&2

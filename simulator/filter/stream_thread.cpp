@@ -35,8 +35,8 @@ void StreamThread::SetRunning(bool running) {
 
 void StreamThread::Main() {
     const bool initialized = SUCCEEDED(::CoInitializeEx(nullptr, COINIT_MULTITHREADED));
-    const HANDLE stopOrRun[] = {m_stop.get(), m_run.get()};
     try {
+        const HANDLE stopOrRun[] = {m_stop.get(), m_run.get()};
         bool goesOn = true;
         while (goesOn && ::WaitForMultipleObjects(2, stopOrRun, FALSE, INFINITE) == WAIT_OBJECT_0 + 1) {
             goesOn = DeliverOne();

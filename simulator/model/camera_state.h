@@ -19,7 +19,7 @@ inline constexpr std::size_t kPropertyIds = 66;
 inline constexpr std::size_t kGpBufferBytes = 2048;
 
 /// Highest block of shading data that the camera keeps, in bytes: one byte for 2 x 2 pixels of its sensor.
-inline constexpr std::size_t kShadingBytes = 640 * 480;
+inline constexpr std::size_t kShadingBytes = std::size_t{640} * 480;
 
 /// One property with a 64-byte record: the record's words as the camera would answer them, and what moves them.
 struct PropertyState {

@@ -121,9 +121,8 @@ std::uint32_t ReadCorrection(const CameraState& state, std::uint32_t address) {
 
 void WriteCorrection(CameraState& state, std::uint32_t address, std::uint32_t word) {
     const CorrectionRow& row = CorrectionAt(address);
-    PropertyState& property = state.properties[row.id];
     if (const std::uint32_t pictures = Field(word, 7, 0); pictures != 0) {
-        property.At(kOffsetValue) = pictures;
+        state.properties[row.id].At(kOffsetValue) = pictures;
     }
     std::uint32_t command = Bit(word, kOnOff) ? kModeManual : kModeOff;
     command |= Bit(word, kShowImage) ? kModeShowImage : 0;

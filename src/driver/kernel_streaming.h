@@ -8,6 +8,7 @@
 
 #include <ks.h>
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the platform's own name
 #define __STREAMS__  // ksproxy.h declares IKsObject and KsSynchronousDeviceControl only for filters, which this names
 #include <ksproxy.h>
 #undef __STREAMS__

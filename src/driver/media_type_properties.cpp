@@ -38,6 +38,7 @@ HRESULT ReadIidcWord(const AM_MEDIA_TYPE& mt, ULONG* word) {
     return S_OK;
 }
 
+// NOLINTNEXTLINE(readability-non-const-parameter): the answer is written through both
 HRESULT GetImagePosition(const CDirectProperties& properties, ULONG* x, ULONG* y, const AM_MEDIA_TYPE* mt) {
     if (x == nullptr || y == nullptr) return E_POINTER;
     ULONG mode = 0;

@@ -12,6 +12,7 @@
 
 namespace kolmfluxor {
 namespace {
+// NOLINTBEGIN(misc-definitions-in-headers): local to each source on purpose, see above
 
 /// Signed and unsigned 16-bit words of one register.
 template <std::size_t kBytes> struct Register {
@@ -52,8 +53,8 @@ template <class Isa>
     const Words green =
         Isa::MulHigh(u, All<Words>(kGreenUFactor)) + Isa::MulHigh(v, All<Words>(kGreenVFactor)) - (uSign + vSign);
 
-    const Words yEven = reinterpret_cast<Words>(reinterpret_cast<UnsignedWords>(even) >> 8);
-    const Words yOdd = reinterpret_cast<Words>(reinterpret_cast<UnsignedWords>(odd) >> 8);
+    const auto yEven = reinterpret_cast<Words>(reinterpret_cast<UnsignedWords>(even) >> 8);
+    const auto yOdd = reinterpret_cast<Words>(reinterpret_cast<UnsignedWords>(odd) >> 8);
     return {yEven + blue, yOdd + blue, yEven - green, yOdd - green, yEven + red, yOdd + red};
 }
 
@@ -95,5 +96,6 @@ template <std::size_t kStep, std::size_t kUnit, std::size_t kSourceBytes,
     }
 }
 
+// NOLINTEND(misc-definitions-in-headers)
 }  // namespace
 }  // namespace kolmfluxor

@@ -203,6 +203,7 @@ void CKolmFluxorPage_Lut::DrawCurve() const try {
             : LutCurve(std::span<const std::uint16_t>(m_luts.Get16BitLUT(loaded).values), area, m_info);
     if (corners.empty()) return;
     std::vector<POINT> points;
+    points.reserve(corners.size());
     for (const CurvePoint& corner : corners)
         points.push_back({corner.x, corner.y});
 

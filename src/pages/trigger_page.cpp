@@ -74,6 +74,7 @@ CKolmFluxorPage_Trigger::CKolmFluxorPage_Trigger(IUnknown* outer)
 INT_PTR CKolmFluxorPage_Trigger::OnReceiveMessage(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) {
     // Compatibility: the timer runs, but its ticks do nothing: neither the trigger nor the groups are polled. A poll
     // would set the parameter back while it is typed.
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): the next base would poll
     if (message == WM_TIMER) return CHitTestPropertyPage::OnReceiveMessage(hwnd, message, wParam, lParam);
     return CFeaturePage::OnReceiveMessage(hwnd, message, wParam, lParam);
 }

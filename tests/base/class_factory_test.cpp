@@ -150,6 +150,20 @@ TEST_F(ClassFactory, class_object_refuses_other_interfaces_before_it_looks_for_t
     EXPECT_EQ(GetClassObject(rows, kGood, IID_IUnknown, nullptr), E_POINTER);
 }
 
+TEST_F(ClassFactory, class_object_hands_out_itself_and_counts_it) {
+    const CFactoryTemplate rows[] = {Row(CreateProbe)};
+    IClassFactory* factory = nullptr;
+    ASSERT_EQ(GetClassObject(rows, kGood, IID_IClassFactory, reinterpret_cast<void**>(&factory)), S_OK);
+
+    for (const IID& present : {IID_IUnknown, IID_IClassFactory}) {
+        auto* out = reinterpret_cast<IUnknown*>(0xDEADBEEF);
+        ASSERT_EQ(factory->QueryInterface(present, reinterpret_cast<void**>(&out)), S_OK);
+        EXPECT_EQ(out, factory);
+        EXPECT_EQ(out->Release(), 1u);
+    }
+    EXPECT_EQ(factory->Release(), 0u);
+}
+
 TEST_F(ClassFactory, class_object_has_no_other_interfaces) {
     const CFactoryTemplate rows[] = {Row(CreateProbe)};
     IClassFactory* factory = nullptr;

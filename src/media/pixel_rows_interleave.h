@@ -10,6 +10,7 @@
 
 namespace kolmfluxor {
 namespace {
+// NOLINTBEGIN(misc-definitions-in-headers): local to each source on purpose, see above
 
 /// One color. Plain arrays: the functions of library classes might be shared between sources.
 struct Interleave {
@@ -53,5 +54,6 @@ consteval Triple TripleOrder() {
 
 constexpr Triple kTriple = TripleOrder();
 
+// NOLINTEND(misc-definitions-in-headers)
 }  // namespace
 }  // namespace kolmfluxor

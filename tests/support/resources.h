@@ -1,0 +1,24 @@
+#pragma once
+/// @file  What this process holds of the system: for tests that count it before and after.
+
+#include <iosfwd>
+
+namespace kolmfluxor::test {
+
+struct Resources {
+    int handles = 0;  ///< from the system's list: the process's own count is not kept everywhere
+    int threads = 0;
+    int gdiObjects = 0;
+    int userObjects = 0;
+    bool operator==(const Resources&) const = default;
+};
+
+/// Counts them now.
+[[nodiscard]] Resources CountResources();
+
+void PrintTo(const Resources& resources, std::ostream* out);
+
+/// Fails the test when any count has grown by more than `slack`: what is lost with each of many cycles shows.
+void ExpectFlat(const Resources& before, int slack = 0);
+
+}  // namespace kolmfluxor::test

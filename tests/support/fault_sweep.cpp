@@ -78,10 +78,14 @@ void Heal(kolmsim::ISimulatedCamera& camera) {
     camera.Plug(true);
 }
 
-CHangGuard::CHangGuard() : m_watch([this](const std::stop_token& stop) { Watch(stop); }) {}
+CHangGuard::CHangGuard() : m_watch([this] { Watch(); }) {}
 
 CHangGuard::~CHangGuard() {
-    m_watch.request_stop();
+    {
+        const std::scoped_lock lock(m_lock);
+        m_stopped = true;
+    }
+    m_wake.notify_all();
     m_watch.join();
 }
 
@@ -91,10 +95,10 @@ void CHangGuard::Step(std::string step) {
     ++m_steps;
 }
 
-void CHangGuard::Watch(const std::stop_token& stop) {
+void CHangGuard::Watch() {
     std::unique_lock lock(m_lock);
     int seen = -1;
-    while (!stop.stop_requested()) {
+    while (!m_stopped) {
         if (m_steps == seen) {
             std::fprintf(stderr, "no end within %lld s: %s\n", static_cast<long long>(kPatience.count()),
                          m_step.c_str());
@@ -102,7 +106,7 @@ void CHangGuard::Watch(const std::stop_token& stop) {
             ::TerminateProcess(::GetCurrentProcess(), 3);
         }
         seen = m_steps;
-        m_wake.wait_for(lock, stop, kPatience, [] { return false; });
+        m_wake.wait_for(lock, kPatience, [this] { return m_stopped; });
     }
 }
 

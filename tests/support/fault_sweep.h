@@ -56,13 +56,14 @@ public:
     [[nodiscard]] int Steps() const { return m_steps; }
 
 private:
-    void Watch(const std::stop_token& stop);
+    void Watch();
 
     std::mutex m_lock;
-    std::condition_variable_any m_wake;
+    std::condition_variable m_wake;
     std::string m_step;
     int m_steps = 0;
-    std::jthread m_watch;
+    bool m_stopped = false;
+    std::thread m_watch;
 };
 
 /// Prints a figure for the record of what was tried, and fails when it is 0.

@@ -56,9 +56,7 @@ HWND FileNameOf(HWND dialog) {
 }  // namespace
 
 CModalUser::CModalUser(std::optional<std::string> path)
-    : m_thread(::GetCurrentThreadId()),
-      m_path(std::move(path)),
-      m_user([this](const std::stop_token& stop) { Answer(stop); }) {}
+    : m_thread(::GetCurrentThreadId()), m_path(std::move(path)), m_user([this] { Answer(); }) {}
 
 std::vector<SeenMessage> CModalUser::Messages() {
     Stop();
@@ -71,18 +69,21 @@ int CModalUser::FileDialogs() {
 }
 
 void CModalUser::Stop() {
-    m_user.request_stop();
+    {
+        const std::scoped_lock lock(m_lock);
+        m_stopped = true;
+    }
+    m_wake.notify_all();
     if (m_user.joinable()) m_user.join();
 }
 
-void CModalUser::Answer(const std::stop_token& stop) {
+void CModalUser::Answer() {
     // A thread sees the windows of its own desktop only.
     EXPECT_TRUE(::SetThreadDesktop(::GetThreadDesktop(m_thread)));
     const auto end = std::chrono::steady_clock::now() + kPatience;
-    std::mutex mutex;
-    std::unique_lock lock(mutex);
-    std::condition_variable_any pause;
-    while (!stop.stop_requested()) {
+    std::unique_lock lock(m_lock);
+    while (!m_stopped) {
+        lock.unlock();
         const bool late = std::chrono::steady_clock::now() > end;
         for (HWND const dialog : DialogsOf(m_thread)) {
             if (!late) {
@@ -92,7 +93,8 @@ void CModalUser::Answer(const std::stop_token& stop) {
             ADD_FAILURE() << "still open: \"" << TextOf(dialog) << '"';
             ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
         }
-        pause.wait_for(lock, stop, kPause, [] { return false; });
+        lock.lock();
+        m_wake.wait_for(lock, kPause, [this] { return m_stopped; });
     }
 }
 

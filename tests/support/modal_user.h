@@ -5,7 +5,6 @@
 #include <condition_variable>
 #include <mutex>
 #include <optional>
-#include <stop_token>
 #include <string>
 #include <thread>
 #include <vector>
@@ -27,6 +26,9 @@ class CModalUser {
 public:
     /// @param path  for the open-file dialog; none presses Cancel
     explicit CModalUser(std::optional<std::string> path = std::nullopt);
+    ~CModalUser() { Stop(); }
+    CModalUser(const CModalUser&) = delete;
+    CModalUser& operator=(const CModalUser&) = delete;
 
     /// Stops answering. @return  the message boxes, in the order of their coming
     std::vector<SeenMessage> Messages();
@@ -34,7 +36,7 @@ public:
     int FileDialogs();
 
 private:
-    void Answer(const std::stop_token& stop);
+    void Answer();
     void AnswerDialog(HWND dialog);
     void AnswerFileDialog(HWND dialog);
     void Stop();
@@ -44,7 +46,12 @@ private:
     std::vector<HWND> m_known;
     std::vector<SeenMessage> m_messages;
     int m_fileDialogs = 0;
-    std::jthread m_user;
+    // A flag and a plain condition variable: waiting with a stop token now and then never ends with this compiler's
+    // library on a system without futexes.
+    std::mutex m_lock;
+    std::condition_variable m_wake;
+    bool m_stopped = false;
+    std::thread m_user;
 };
 
 }  // namespace kolmfluxor::test

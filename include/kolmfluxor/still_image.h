@@ -63,8 +63,8 @@ IKolmStillImage : public IUnknown {
     ///          device; `E_FAIL` when all that the device delivered was unusable; `E_OUTOFMEMORY`; else the code of the
     ///          call that failed
     virtual HRESULT STDMETHODCALLTYPE Capture() = 0;
-    /// Slot 8. Dimensions recorded at the last capture, in pixels; -1 before the first. The height is that of the
-    /// bitmap header, negative for a device that says it delivers top-down.
+    /// Slot 8. Dimensions of the last capture whose format had a bitmap header, in pixels; -1 before the first one. The
+    /// height is that of the header, negative for a device that says it delivers top-down.
     virtual HRESULT STDMETHODCALLTYPE GetImageSize(LONG * width, LONG * height) = 0;
     /// Slot 9. Header of the last capture whose format had one; biSizeImage is the size that `GetBufferSize` tells.
     virtual HRESULT STDMETHODCALLTYPE GetBitmapInfoHeader(BITMAPINFOHEADER * header) = 0;

@@ -17,9 +17,8 @@ class CStillDevice {
 public:
     /// Selects the first device whose friendly name, in the thread's ANSI code page, equals this one, case included.
     ///
-    /// @return  `S_OK`; `S_FALSE` when there is none; `E_FAIL` when there is no device at all; a code of the
-    /// enumeration
-    ///          or of the binding. Whatever is not a success keeps the device as it was.
+    /// @return  `S_OK`; `S_FALSE` when there is none; `E_FAIL` when there is no device at all; a code of the system's
+    ///          list or of the binding. A search without a match and every failure keep the device as it was.
     [[nodiscard]] HRESULT SelectByName(const wchar_t* friendlyName);
 
     /// Selects the device at a position of the enumeration; 0 is the first. Results as above.

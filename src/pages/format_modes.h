@@ -36,8 +36,9 @@ struct FormatModes {
 /// @param pin     asked for `IAMStreamConfig`; may be null
 /// @param camera  asked for image offsets; not null
 /// @param found   emptied first, whatever the result
-/// @return  what failed first: the query, `GetFormat`, `GetNumberOfCapabilities`; `E_UNEXPECTED` when the pin's
-///          capability records are not 128 bytes long; `E_POINTER` without a pin
+/// @return  `S_OK`; `E_POINTER` without a pin; the first code that is not `S_OK` of the query, `GetFormat` or
+///          `GetNumberOfCapabilities`; `E_UNEXPECTED` when `GetFormat` succeeds without a format or the pin's
+///          capability records are not 128 bytes long
 [[nodiscard]] HRESULT ReadFormatModes(IUnknown* pin, IKolmFluxorPropertySet* camera, FormatModes& found);
 
 /// A mode's line in the list: "DCam 640x480 YUV411[12Bit]" for a fixed mode, "F7M0 1280x960 Mono8[8Bit]" for a scalable

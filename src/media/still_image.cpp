@@ -33,11 +33,6 @@ HRESULT GetFormat(IAMStreamConfig& config, UniqueMediaType& type) {
     return hr;
 }
 
-/// A success of any kind as `S_OK`: a graph that starts slowly, for example, is none of the caller's business.
-constexpr HRESULT PlainSuccess(HRESULT hr) noexcept {
-    return SUCCEEDED(hr) ? S_OK : hr;
-}
-
 }  // namespace
 
 CUnknown* CKolmStillImage::CreateInstance(IUnknown* outer, HRESULT* hr) {
@@ -77,7 +72,7 @@ HRESULT CKolmStillImage::GetBufferSize(LONG* bytes) {
 HRESULT CKolmStillImage::Capture() {
     return AtBoundary([&] {
         const ScopeExit end([&] { m_graph.Release(); });
-        return PlainSuccess(CaptureWithGraph());
+        return CaptureWithGraph();
     });
 }
 
@@ -175,6 +170,7 @@ HRESULT CKolmStillImage::LimitFrameRate() {
 
 HRESULT CKolmStillImage::TakePicture() {
     m_picture.Begin();
+    // The picture decides about the code of a success: that a graph starts slowly is none of the caller's business.
     return InTurn([&] { return m_graph.Grab(&m_callback); }, [&] { return PrepareFormat(); },
                   [&] { return RunUntilDelivered(); }, [&] { return m_picture.Finish(); });
 }

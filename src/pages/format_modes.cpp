@@ -8,6 +8,7 @@
 #include <wrl/client.h>
 
 #include "media/subtype_name.h"
+#include "pages/common/kolm_fluxor_exception.h"
 
 namespace kolmfluxor {
 namespace {
@@ -70,6 +71,14 @@ HRESULT ReadFormatModes(IUnknown* pin, IKolmFluxorPropertySet* camera, FormatMod
         found.modes.push_back({.capability = i, .text = std::move(text), .info = std::move(*info)});
     }
     return S_OK;
+}
+
+std::size_t FormatModeIndex(ULONG entryData, std::size_t modeCount) {
+    const auto index = static_cast<LONG>(entryData);
+    if (index < 0 || static_cast<std::size_t>(index) >= modeCount) {
+        throw CKolmFluxorException("index into media info store out of bounds", 5);
+    }
+    return static_cast<std::size_t>(index);
 }
 
 std::string FormatModeText(const CMediaTypeInfo& info) {

@@ -1,6 +1,7 @@
 #pragma once
 /// @file  The video formats that a camera's pin offers, as the Format page lists them.
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -40,6 +41,13 @@ struct FormatModes {
 ///          `GetNumberOfCapabilities`; `E_UNEXPECTED` when `GetFormat` succeeds without a format or the pin's
 ///          capability records are not 128 bytes long
 [[nodiscard]] HRESULT ReadFormatModes(IUnknown* pin, IKolmFluxorPropertySet* camera, FormatModes& found);
+
+/// The index into the modes that the data of their combo's entry names.
+///
+/// @param entryData  a capability's index, as the combo keeps it
+/// @param modeCount  how many modes there are
+/// @throws CKolmFluxorException  "index into media info store out of bounds", code 5, when there is no such mode
+[[nodiscard]] std::size_t FormatModeIndex(ULONG entryData, std::size_t modeCount);
 
 /// A mode's line in the list: "DCam 640x480 YUV411[12Bit]" for a fixed mode, "F7M0 1280x960 Mono8[8Bit]" for a scalable
 /// one, or "F7 …" when the type does not carry the number of the mode. Sizes are the largest ones, in pixels.

@@ -12,7 +12,7 @@
 
 #include "base/handles.h"
 #include "media/frame_time.h"
-#include "pages/common/kolm_fluxor_exception.h"
+#include "pages/format_edit.h"
 #include "resources/resource.h"
 
 namespace kolmfluxor {
@@ -187,11 +187,7 @@ void CKolmFluxorPage_Format::FillModes() {
 }
 
 std::size_t CKolmFluxorPage_Format::ChosenMode() const {
-    const auto index = static_cast<LONG>(m_modeCombo.SelectedData());
-    if (index < 0 || static_cast<std::size_t>(index) >= m_modes.size()) {
-        throw CKolmFluxorException("index into media info store out of bounds", 5);
-    }
-    return static_cast<std::size_t>(index);
+    return FormatModeIndex(m_modeCombo.SelectedData(), m_modes.size());
 }
 
 void CKolmFluxorPage_Format::ShowMode() {
@@ -305,14 +301,8 @@ void CKolmFluxorPage_Format::OnAreaEnabled() {
     MarkDirty();
 }
 
-template <class Edit> void CKolmFluxorPage_Format::EditMode(Edit&& edit) {
-    try {
-        edit();
-    } catch (const CKolmFluxorException& e) {
-        ::MessageBoxA(m_hwnd, e.what(), "Error", MB_OK);
-    } catch (...) {
-        // The field keeps what the user typed.
-    }
+void CKolmFluxorPage_Format::EditMode(const std::function<void()>& edit) {
+    RunFormatEdit(m_hwnd, edit);
     MarkDirty();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 /// @file  Property page "Format": video mode, area of interest, frame rate, isochronous channel and speed.
 
+#include <functional>
 #include <vector>
 
 #include <strmif.h>
@@ -69,9 +70,8 @@ private:
     void OnFrameRateMoved();
     void MarkDirty();
 
-    /// Runs an edit of the working mode; a `CKolmFluxorException` is shown in a box (none is thrown by the media types
-    /// of today), any other exception is dropped.
-    template <class Edit> void EditMode(Edit&& edit);
+    /// Runs an edit of the working mode by `RunFormatEdit`, and marks the page dirty.
+    void EditMode(const std::function<void()>& edit);
     void ApplyWorking(std::size_t chosen);
     void SetFrameRateText(int id, LONG fpms) const;
 

@@ -123,7 +123,9 @@ public:
     HRESULT STDMETHODCALLTYPE GetFormat(AM_MEDIA_TYPE** type) override {
         m_script.calls.emplace_back("GetFormat");
         *type = nullptr;
-        if (m_script.getFormat == S_OK && !m_script.noCurrent)
+        const auto asked = std::ranges::count(m_script.calls, "GetFormat");
+        const bool isDry = m_script.noCurrent || (m_script.currents && asked > *m_script.currents);
+        if (m_script.getFormat == S_OK && !isDry)
             *type = m_script.NewType(m_script.formats.at(static_cast<std::size_t>(m_script.current)));
         return m_script.getFormat;
     }
@@ -251,7 +253,7 @@ AM_MEDIA_TYPE* CScriptedFilter::NewType(const ScriptedFormat& format) {
     type->pUnk = m_typeMark.get();
     m_typeMark->AddRef();
     type->cbFormat = format.blockBytes;
-    if (format.blockBytes != 0) {
+    if (format.blockBytes != 0 && !format.noBlock) {
         type->pbFormat = static_cast<BYTE*>(::CoTaskMemAlloc(format.blockBytes));
         std::memset(type->pbFormat, 0, format.blockBytes);
         std::memcpy(type->pbFormat, &format.header, std::min<std::size_t>(format.blockBytes, sizeof format.header));

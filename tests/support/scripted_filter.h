@@ -26,6 +26,7 @@ struct ScriptedFormat {
     ULONG blockBytes = sizeof(VIDEOINFOHEADER);  ///< of the format block; 0: none
     ULONG sampleBytes = 0;
     VIDEO_STREAM_CONFIG_CAPS caps{};
+    bool noBlock = false;   ///< names the block's size and gives no block
     HRESULT result = S_OK;  ///< of GetStreamCaps
     bool noType = false;    ///< hands out no media type whatever the result is
 };
@@ -72,6 +73,7 @@ public:
     bool givesNothing = false;        ///< EnumPins succeeds without an enumerator
     bool givesNoPin = false;          ///< Next succeeds without a pin
     bool noCurrent = false;           ///< GetFormat succeeds without a media type
+    std::optional<int> currents;      ///< GetFormat gives a media type so many times only; always without it
     std::optional<int> claimedCount;  ///< of capabilities; as many as there are without it
     int recordBytes = sizeof(VIDEO_STREAM_CONFIG_CAPS);
 

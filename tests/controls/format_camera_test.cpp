@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -34,7 +35,7 @@ public:
     explicit CRecordingCamera(CScriptedFilter& script) : m_script(script) {}
 
     Calls calls;
-    std::string failing;  ///< the call that is answered with `code`
+    std::set<std::string> failing;  ///< the calls that are answered with `code`
     HRESULT code = S_OK;
     BOOL present = TRUE;
     ULONG channel = 2;
@@ -100,7 +101,7 @@ private:
         std::string call = name;
         ((call += ' ' + std::to_string(numbers)), ...);
         calls.push_back(call);
-        return failing == name ? code : S_OK;
+        return failing.contains(name) ? code : S_OK;
     }
 
     CScriptedFilter& m_script;
@@ -187,7 +188,7 @@ TEST_F(FormatCamera, any_code_but_S_OK_ends_the_filling_of_its_list) {
     for (const HRESULT code : {E_FAIL, S_FALSE}) {
         m_camera.code = code;
         for (const char* call : kSpeedCalls) {
-            m_camera.failing = call;
+            m_camera.failing = {call};
             Open();
             EXPECT_THAT(Entries(kSpeed), IsEmpty()) << call;
             EXPECT_EQ(m_opening[m_opening.size() - 6], std::string(call)) << "the last of its list";
@@ -195,7 +196,7 @@ TEST_F(FormatCamera, any_code_but_S_OK_ends_the_filling_of_its_list) {
             Close();
         }
         for (const char* call : kChannelCalls) {
-            m_camera.failing = call;
+            m_camera.failing = {call};
             Open();
             EXPECT_THAT(Entries(kChannel), IsEmpty()) << call;
             EXPECT_EQ(m_opening[m_opening.size() - 2], std::string(call) + " 1032") << "the last of its list";
@@ -208,7 +209,7 @@ TEST_F(FormatCamera, any_code_but_S_OK_ends_the_filling_of_its_list) {
 TEST_F(FormatCamera, a_failing_property_12_and_image_position_change_nothing) {
     m_camera.code = E_FAIL;
     for (const char* call : {"GetProperty12Value", "GetImagePositionForMediaType"}) {
-        m_camera.failing = call;
+        m_camera.failing = {call};
         Open();
         EXPECT_EQ(Entries(kSpeed).size(), 6u) << call;
         EXPECT_EQ(Entries(kMode).size(), 2u) << call;
@@ -225,7 +226,7 @@ TEST_F(FormatCamera, channels_are_listed_whatever_the_presence_says) {
 TEST_F(FormatCamera, auto_is_channel_minus_one_and_a_refusal_selects_the_current_channel) {
     for (const HRESULT code : {E_FAIL, S_FALSE}) {
         Open();
-        m_camera.failing = "SetFeatureValue";
+        m_camera.failing = {"SetFeatureValue"};
         m_camera.code = code;
 
         Pick(kChannel, 0);
@@ -246,13 +247,49 @@ TEST_F(FormatCamera, an_accepted_channel_and_speed_are_not_read_back) {
     EXPECT_EQ(Selection(kSpeed), 5);
 }
 
-TEST_F(FormatCamera, an_unreadable_channel_or_speed_stays_as_chosen) {
+TEST_F(FormatCamera, a_refused_speed_selects_the_current_one) {
+    for (const HRESULT code : {E_FAIL, S_FALSE}) {
+        Open();
+        m_camera.failing = {"SetIsoSpeed"};
+        m_camera.code = code;
+
+        Pick(kSpeed, 4);
+
+        EXPECT_THAT(m_camera.calls, ElementsAre("SetIsoSpeed 4", "GetIsoSpeed"));
+        EXPECT_EQ(Selection(kSpeed), 1);
+        m_camera.failing.clear();
+        Close();
+    }
+}
+
+TEST_F(FormatCamera, a_refused_channel_or_speed_stays_as_chosen_when_the_current_one_is_unreadable) {
+    for (const HRESULT code : {E_FAIL, S_FALSE}) {
+        Open();
+        m_camera.failing = {"SetFeatureValue", "GetFeatureValue", "SetIsoSpeed", "GetIsoSpeed"};
+        m_camera.code = code;
+
+        Pick(kChannel, 3);
+        Pick(kSpeed, 4);
+
+        EXPECT_THAT(m_camera.calls,
+                    ElementsAre("SetFeatureValue 1032 3", "GetFeatureValue 1032", "SetIsoSpeed 4", "GetIsoSpeed"));
+        EXPECT_EQ(Selection(kChannel), 3) << "not channel 2, which came with the failure";
+        EXPECT_EQ(Selection(kSpeed), 4);
+        m_camera.failing.clear();
+        Close();
+    }
+}
+
+TEST_F(FormatCamera, a_refused_channel_or_speed_stays_as_chosen_when_the_current_one_is_not_listed) {
     Open();
-    m_camera.failing = "SetFeatureValue";
+    m_camera.failing = {"SetFeatureValue", "SetIsoSpeed"};
     m_camera.code = E_FAIL;
-    m_camera.channel = 99;  // not in the list
+    m_camera.channel = 99;
+    m_camera.speed = 6;
     Pick(kChannel, 3);
+    Pick(kSpeed, 4);
     EXPECT_EQ(Selection(kChannel), 3);
+    EXPECT_EQ(Selection(kSpeed), 4);
 }
 
 TEST_F(FormatCamera, apply_hands_over_the_configuration_and_the_modes_own_record) {

@@ -126,6 +126,14 @@ TEST_F(StillCapture, a_Run_that_answers_S_FALSE_is_a_success) {
     EXPECT_EQ(Picture(), kSecond);
 }
 
+TEST_F(StillCapture, of_a_failing_Run_and_a_failing_Stop_the_first_one_counts) {
+    Select();
+    m_graph->results = {{"Run", E_ABORT}, {"Stop", E_ACCESSDENIED}};
+    EXPECT_EQ(m_still->Capture(), E_ABORT);
+    EXPECT_EQ(m_graph->calls.back(), "Stop");
+    EXPECT_EQ(Picture(), std::vector<BYTE>());
+}
+
 TEST_F(StillCapture, without_a_device_the_graph_refuses_it) {
     EXPECT_EQ(m_still->Capture(), E_POINTER);
     EXPECT_EQ(m_graph->calls.back(), "AddFilter Video Capture");
@@ -143,6 +151,15 @@ TEST_F(StillCapture, successes_that_give_nothing_are_failures) {
     m_graph->givesNothing = false;
     Device().noCurrent = true;
     EXPECT_EQ(m_still->Capture(), E_UNEXPECTED);
+}
+
+TEST_F(StillCapture, a_second_format_that_is_none_gives_minus_one_like_one_that_fails) {
+    Select();
+    Device().currents = 1;
+    EXPECT_EQ(m_still->Capture(), -1);
+    EXPECT_EQ(m_graph->calls.back(), "GetFormat 2");
+    EXPECT_EQ(Picture(), std::vector<BYTE>());
+    EXPECT_EQ(m_graph->references, 0u);
 }
 
 TEST_F(StillCapture, samples_of_other_lengths_than_the_first_are_dropped) {
@@ -214,6 +231,11 @@ TEST_F(StillCapture, formats_without_a_header_are_neither_set_nor_converted) {
         EXPECT_EQ(Picture(), m_graph->samples.back());
     }
     Device().formats[0].blockBytes = sizeof(VIDEOINFOHEADER);
+    Device().formats[0].noBlock = true;  // though its size is named
+    EXPECT_EQ(m_still->Capture(), S_OK);
+    EXPECT_TRUE(Device().set.empty());
+    EXPECT_EQ(Picture(), m_graph->samples.back());
+    Device().formats[0].noBlock = false;
     Device().formats[0].formatType = FORMAT_VideoInfo2;
     EXPECT_EQ(m_still->Capture(), S_OK);
     EXPECT_TRUE(Device().set.empty());

@@ -115,6 +115,25 @@ TEST_F(StillDevice, devices_that_cannot_be_read_are_passed_over_and_keep_their_p
     EXPECT_EQ(Selected(), 1);
 }
 
+TEST_F(StillDevice, the_path_is_that_of_the_last_device_with_a_display_name_whatever_else_of_it_fails) {
+    const ScriptedDevice readable = Entry(2);
+    struct Row {
+        HRESULT ScriptedDevice::*call;
+        const wchar_t* path;
+    };
+    for (const auto& [call, path] : {Row{&ScriptedDevice::storage, L"path 2"},
+                                     {&ScriptedDevice::read, L"path 2"},
+                                     {&ScriptedDevice::display, L"path 1"}}) {
+        ASSERT_EQ(m_still->SelectDeviceByIndex(0), S_OK);
+        ASSERT_EQ(Path(), L"path 0");
+        Entry(2) = readable;
+        Entry(2).*call = E_ACCESSDENIED;
+        EXPECT_EQ(m_still->SelectDeviceByName(L"third"), S_FALSE);
+        EXPECT_EQ(Path(), path);
+        EXPECT_EQ(Selected(), 0);
+    }
+}
+
 TEST_F(StillDevice, a_device_that_cannot_be_opened_ends_the_search_and_keeps_the_one_before) {
     ASSERT_EQ(m_still->SelectDeviceByIndex(0), S_OK);
     Entry(1).bind = HRESULT_FROM_WIN32(ERROR_BUSY);

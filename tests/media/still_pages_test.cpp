@@ -187,7 +187,9 @@ TEST_F(StillPages, keep_what_they_show_when_the_host_closes_and_releases_all_mea
             EXPECT_GT(m_still.Reset(), 0u) << "the host's last reference, but the frame is open";
             EXPECT_EQ(CBaseObject::ObjectsActive(), 1);
 
-            EXPECT_GT(isStream ? m_graph->references : Device().references.filter, 0u) << "the object shown has gone";
+            // What is shown is held once, by the frame's caller; all else is given back at once.
+            EXPECT_EQ(m_graph->references, isStream ? 1u : 0u);
+            EXPECT_EQ(Device().references.filter, isStream ? 0u : 1u);
             Microsoft::WRL::ComPtr<ISpecifyPropertyPages> pages;
             EXPECT_EQ(g_frame.object->QueryInterface(IID_PPV_ARGS(&pages)), S_OK);
         };
@@ -201,6 +203,21 @@ TEST_F(StillPages, keep_what_they_show_when_the_host_closes_and_releases_all_mea
         EXPECT_EQ(Device().references.filter, 0u);
         EXPECT_EQ(m_pages.references, 0u);
     }
+}
+
+TEST_F(StillPages, of_the_stream_survive_a_picture_that_the_host_takes_meanwhile) {
+    Select();
+    OfferPages();
+    g_frame.meanwhile = [&] {
+        m_graph->calls.clear();
+        EXPECT_EQ(m_still->Capture(), S_OK);
+        EXPECT_GT(m_graph->references, 0u) << "the stream that is shown has gone";
+    };
+    EXPECT_EQ(m_still->ShowStreamPropertyPages(nullptr, L""), S_OK);
+    EXPECT_EQ(g_frame.calls, 1);
+    EXPECT_EQ(Picture().size(), 18u);
+    EXPECT_EQ(m_graph->references, 0u) << "the graph that was there before the picture's is left over";
+    EXPECT_EQ(Device().references.filter, 1u);
 }
 
 TEST_F(StillPages, showing_them_keeps_the_picture) {

@@ -134,8 +134,9 @@ void CStillPicture::Convert() {
 
 void CStillPicture::Free() noexcept {
     Begin();
-    m_bytes = {};
-    m_spare = {};
+    // Assigning {} would be an empty list of elements, which keeps the memory.
+    m_bytes = std::vector<BYTE>();
+    m_spare = std::vector<BYTE>();
 }
 
 }  // namespace kolmfluxor

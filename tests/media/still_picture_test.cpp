@@ -279,6 +279,55 @@ TEST_F(StillPicture, memory_that_runs_out_for_the_conversion_leaves_no_picture_a
     EXPECT_EQ(Take("UYVY", 300, 100, {sample}), S_OK);
 }
 
+TEST_F(StillPicture, freeing_gives_the_memory_back) {
+    const Bytes sample(60'000, 7);
+    const auto takeWithLess = [&](std::size_t refusedFrom) {
+        const CScarceHeap heap(refusedFrom);
+        m_picture.Begin();
+        Describe("Y800", 300, 200);
+        m_picture.ExpectSample();
+        m_picture.Deliver(sample.data(), 60'000);
+        return m_picture.Finish();
+    };
+    for (const std::size_t refusedFrom : {60'000u, 60'001u}) {  // the buffer of the sample, and that of the conversion
+        ASSERT_EQ(Take("Y800", 300, 200, {sample}), S_OK);
+        ASSERT_EQ(Take("Y800", 300, 200, {sample}), S_OK);  // the buffers change places
+        EXPECT_EQ(takeWithLess(refusedFrom), S_OK) << "kept for the next picture";
+        m_picture.Free();
+        EXPECT_EQ(takeWithLess(refusedFrom), E_OUTOFMEMORY);
+    }
+}
+
+TEST_F(StillPicture, a_problem_of_an_earlier_picture_is_forgotten) {
+    m_picture.Begin();
+    m_picture.ExpectSample();
+    const Bytes sample(60'000, 7);
+    {
+        const CScarceHeap heap(60'000);
+        m_picture.Deliver(sample.data(), 60'000);
+    }
+    EXPECT_EQ(m_picture.Finish(), E_OUTOFMEMORY);
+
+    m_picture.Begin();
+    m_picture.ExpectSample();
+    m_picture.Deliver(nullptr, 4);
+    EXPECT_EQ(m_picture.Finish(), E_FAIL);
+}
+
+TEST_F(StillPicture, an_abandoned_picture_takes_no_more_samples) {
+    const Bytes sample = Counting(6);
+    m_picture.Begin();
+    m_picture.ExpectSample();
+    m_picture.Deliver(sample.data(), 6);
+    m_picture.Abandon();
+    EXPECT_EQ(m_picture.SizeBytes(), -1);
+    m_picture.Deliver(sample.data(), 6);
+    EXPECT_EQ(m_picture.SizeBytes(), -1);
+    BYTE byte = 0xEE;
+    EXPECT_FALSE(m_picture.CopyTo(&byte));
+    EXPECT_EQ(byte, 0xEE);
+}
+
 TEST_F(StillPicture, sizes_beyond_31_bits_are_none) {
     EXPECT_EQ(ConvertedBytes(715'827'882, PictureConversion::mono8), 2'147'483'646);
     EXPECT_EQ(ConvertedBytes(715'827'883, PictureConversion::mono8), std::nullopt);

@@ -62,7 +62,9 @@ TEST_F(StillImageObject, every_method_has_its_slot) {
 TEST_F(StillImageObject, has_its_interface_and_no_other) {
     Create();
     EXPECT_EQ(m_module.CanUnloadNow(), S_FALSE);
-    EXPECT_EQ(__uuidof(IKolmStillImage), IID_IKolmStillImage);
+    constexpr IID kInterface = {0x48AB0603, 0x9373, 0x4E62, {0xBA, 0x8A, 0xA2, 0xDB, 0xF6, 0xCD, 0x38, 0xED}};
+    EXPECT_EQ(IID_IKolmStillImage, kInterface);
+    EXPECT_EQ(__uuidof(IKolmStillImage), kInterface);
     ComPtr<IUnknown> unknown;
     ComPtr<IKolmStillImage> again;
     ComPtr<IUnknown> unknownAgain;

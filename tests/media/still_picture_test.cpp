@@ -281,21 +281,24 @@ TEST_F(StillPicture, memory_that_runs_out_for_the_conversion_leaves_no_picture_a
 
 TEST_F(StillPicture, freeing_gives_the_memory_back) {
     const Bytes sample(60'000, 7);
-    const auto takeWithLess = [&](std::size_t refusedFrom) {
+    const auto takeWithLess = [&](const char(&fourCc)[5], std::size_t refusedFrom) {
         const CScarceHeap heap(refusedFrom);
         m_picture.Begin();
-        Describe("Y800", 300, 200);
+        Describe(fourCc, 300, 200);
         m_picture.ExpectSample();
         m_picture.Deliver(sample.data(), 60'000);
         return m_picture.Finish();
     };
-    for (const std::size_t refusedFrom : {60'000u, 60'001u}) {  // the buffer of the sample, and that of the conversion
-        ASSERT_EQ(Take("Y800", 300, 200, {sample}), S_OK);
-        ASSERT_EQ(Take("Y800", 300, 200, {sample}), S_OK);  // the buffers change places
-        EXPECT_EQ(takeWithLess(refusedFrom), S_OK) << "kept for the next picture";
+    const auto takeFreeTake = [&](const char(&fourCc)[5], std::size_t refusedFrom) {
+        SCOPED_TRACE(fourCc);
+        ASSERT_EQ(Take(fourCc, 300, 200, {sample}), S_OK);
+        ASSERT_EQ(Take(fourCc, 300, 200, {sample}), S_OK);  // a conversion lets the buffers change places
+        EXPECT_EQ(takeWithLess(fourCc, refusedFrom), S_OK) << "kept for the next picture";
         m_picture.Free();
-        EXPECT_EQ(takeWithLess(refusedFrom), E_OUTOFMEMORY);
-    }
+        EXPECT_EQ(takeWithLess(fourCc, refusedFrom), E_OUTOFMEMORY);
+    };
+    takeFreeTake("Y411", 60'000);  // the buffer of the sample
+    takeFreeTake("Y800", 60'001);  // that of the conversion
 }
 
 TEST_F(StillPicture, a_problem_of_an_earlier_picture_is_forgotten) {

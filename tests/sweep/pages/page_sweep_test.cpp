@@ -98,7 +98,9 @@ protected:
         action.run(page, round);
     }
     void Prepare(CPageHost& page) {
-        if (GetParam().file != 0) Do({"load", [](CPageHost& host, int) { host.Click(GetParam().file); }}, page, 0);
+        if (GetParam().file == 0 || !m_withFile) return;
+        Do({"load", [](CPageHost& host, int) { host.Click(GetParam().file); }}, page, 0);
+        m_filesAsked += IsWine() ? 1 : 0;
     }
 
     /// How many requests an action sends at most.
@@ -116,8 +118,11 @@ protected:
     void Sweep(const PageAction& action, std::size_t requests, CPageHost& page, bool misleading) {
         int round = 0;
         for (std::size_t n = 1; n <= requests; ++n) {
+            std::size_t turn = n;
             for (const SweptFault& fault : SweptFaults()) {
                 if (Misleads(fault) != misleading) continue;
+                // The first request meets each fault, a later one every other of them.
+                if (n > 1 && ++turn % 2 == 0) continue;
                 const std::string step = action.name + ", request " + std::to_string(n) + ' ' + fault.name;
                 SCOPED_TRACE(step);
                 m_guard.Step(std::string(GetParam().name) + ": " + step);
@@ -145,6 +150,8 @@ protected:
     CHangGuard m_guard;
     int m_tried = 0;
     int m_picturesKept = 0;
+    int m_filesAsked = 0;  ///< Wine keeps a handle of each open-file dialog, whoever shows it
+    bool m_withFile = true;
     CBoxAnswerer m_answerer;
 };
 
@@ -175,10 +182,17 @@ TEST_P(PageSweep, survives_every_fault_of_every_action_and_shows_the_camera_afte
         Sweep(actions[i], requests[i], *page, true);
     std::printf("%zu actions on page %s\n", actions.size(), GetParam().name);
     ReportTried((std::string("faults tried at actions of page ") + GetParam().name).c_str(), m_tried);
-    ExpectFlat(before, kSlack, m_picturesKept);
+    Resources allowed = before;
+    allowed.handles += m_filesAsked;
+    ExpectFlat(allowed, kSlack, m_picturesKept);
 }
 
-TEST_P(PageSweep, opens_whatever_becomes_of_any_request_and_recovers) {
+class PageOpeningSweep : public PageSweep {
+protected:
+    PageOpeningSweep() { m_withFile = false; }
+};
+
+TEST_P(PageOpeningSweep, opens_whatever_becomes_of_any_request_and_recovers) {
     Object().Forget();
     const std::vector<std::string> sound = Snapshot(*Open());
     const std::size_t requests = Object().Sent().size();
@@ -201,8 +215,8 @@ TEST_P(PageSweep, opens_whatever_becomes_of_any_request_and_recovers) {
             ++m_tried;
             Heal(Camera());
             page->Tick();
-            // Activated again, the page is as if nothing had been.
-            if (Misleads(fault)) continue;
+            // Activated again, the page is as if nothing had been; every other time, for an opening is dear.
+            if (Misleads(fault) || i % 2 != 0) continue;
             Reactivate(*page);
             EXPECT_THAT(Snapshot(*page), ElementsAreArray(sound));
         }
@@ -212,6 +226,9 @@ TEST_P(PageSweep, opens_whatever_becomes_of_any_request_and_recovers) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Pages, PageSweep, ::testing::ValuesIn(kPages),
+                         [](const auto& page) { return std::string(page.param.name); });
+
+INSTANTIATE_TEST_SUITE_P(Pages, PageOpeningSweep, ::testing::ValuesIn(kPages),
                          [](const auto& page) { return std::string(page.param.name); });
 
 }  // namespace

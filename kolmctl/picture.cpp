@@ -30,6 +30,16 @@ ComPtr<IWICBitmapFrameEncode> OpenFile(IWICImagingFactory* factory, IWICBitmapEn
 
 }  // namespace
 
+BITMAPINFO FormatOf(const Picture& picture) {
+    BITMAPINFO format{};
+    format.bmiHeader.biSize = sizeof format.bmiHeader;
+    format.bmiHeader.biWidth = static_cast<LONG>(picture.width);
+    format.bmiHeader.biHeight = -static_cast<LONG>(picture.height);  // negative: top row first
+    format.bmiHeader.biPlanes = 1;
+    format.bmiHeader.biBitCount = 24;
+    return format;
+}
+
 bool Picture::IsBlank() const {
     for (std::size_t y = 0; y < height; ++y) {
         const BYTE* const row = pixels.data() + y * RowBytes();

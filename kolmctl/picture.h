@@ -20,6 +20,9 @@ struct Picture {
     [[nodiscard]] bool IsBlank() const;
 };
 
+/// How GDI is told of a picture's pixels: 24 bits, top row first.
+[[nodiscard]] BITMAPINFO FormatOf(const Picture& picture);
+
 enum class PictureFile { png, bmp };
 
 /// Writes a picture; an existing file is replaced. @throws CallError

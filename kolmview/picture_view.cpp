@@ -15,16 +15,6 @@ HBRUSH Brush() {
     return brush;
 }
 
-BITMAPINFO FormatOf(const kolmctl::Picture& picture) {
-    BITMAPINFO format{};
-    format.bmiHeader.biSize = sizeof format.bmiHeader;
-    format.bmiHeader.biWidth = static_cast<LONG>(picture.width);
-    format.bmiHeader.biHeight = -static_cast<LONG>(picture.height);  // negative: top row first
-    format.bmiHeader.biPlanes = 1;
-    format.bmiHeader.biBitCount = 24;
-    return format;
-}
-
 }  // namespace
 
 void PictureView::RegisterClass() {
@@ -91,7 +81,7 @@ void PictureView::Paint(HDC dc) const {
     const SIZE size = Size();
     const Box place = FitInside(m_picture.width, m_picture.height, size.cx, size.cy);
     if (place.width > 0) {
-        const BITMAPINFO format = FormatOf(m_picture);
+        const BITMAPINFO format = kolmctl::FormatOf(m_picture);
         ::SetStretchBltMode(dc, COLORONCOLOR);  // fast, and each pixel shown is one of the camera's
         ::StretchDIBits(dc, place.left, place.top, place.width, place.height, 0, 0, static_cast<int>(m_picture.width),
                         static_cast<int>(m_picture.height), m_picture.pixels.data(), &format, DIB_RGB_COLORS, SRCCOPY);

@@ -28,16 +28,6 @@ using OwnedBitmap = std::unique_ptr<HBITMAP, BitmapDelete>;
     throw CallError(failed, HRESULT_FROM_WIN32(::GetLastError()));
 }
 
-BITMAPINFO FormatOf(const Picture& picture) {
-    BITMAPINFO format{};
-    format.bmiHeader.biSize = sizeof format.bmiHeader;
-    format.bmiHeader.biWidth = static_cast<LONG>(picture.width);
-    format.bmiHeader.biHeight = -static_cast<LONG>(picture.height);  // negative: top row first
-    format.bmiHeader.biPlanes = 1;
-    format.bmiHeader.biBitCount = 24;
-    return format;
-}
-
 }  // namespace
 
 Picture TakePicture(HWND window) {

@@ -4,8 +4,6 @@
 
 #include <windows.h>
 
-#include <tlhelp32.h>
-
 #include <control.h>
 #include <strmif.h>
 #include <uuids.h>
@@ -15,6 +13,7 @@
 
 #include "filter/class_ids.h"
 #include "module/simulator_fixture.h"
+#include "support/resources.h"
 
 extern "C" const CLSID CLSID_NullRenderer;
 
@@ -30,18 +29,6 @@ ULONG_PTR NextHandle() {
     const HANDLE handle = ::CreateEventW(nullptr, TRUE, FALSE, nullptr);
     ::CloseHandle(handle);
     return reinterpret_cast<ULONG_PTR>(handle);
-}
-
-int Threads() {
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry{};
-    entry.dwSize = sizeof entry;
-    int count = 0;
-    for (BOOL more = ::Thread32First(snapshot, &entry); more != FALSE; more = ::Thread32Next(snapshot, &entry)) {
-        count += entry.th32OwnerProcessID == ::GetCurrentProcessId() ? 1 : 0;
-    }
-    ::CloseHandle(snapshot);
-    return count;
 }
 
 template <class Interface> ComPtr<Interface> Create(REFCLSID classId) {
@@ -105,13 +92,13 @@ protected:
         cycle();
         cycle();
         const ULONG_PTR handle = NextHandle();
-        const int threads = Threads();
+        const int threads = CountThreads();
         for (int i = 0; i < kCycles; ++i) {
             cycle();
         }
         // A handle value is a multiple of 4; a leak of one handle in each cycle would leave 4 x kCycles.
         EXPECT_LT(NextHandle(), handle + 2 * kCycles);
-        EXPECT_LE(Threads(), threads);
+        EXPECT_LE(CountThreads(), threads);
     }
 
     ComPtr<IClassFactory> m_factory;

@@ -21,46 +21,6 @@ template <class Function> Function NtFunction(const char* name) {
     return function;
 }
 
-int Threads() {
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry{};
-    entry.dwSize = sizeof entry;
-    int count = 0;
-    for (BOOL more = ::Thread32First(snapshot, &entry); more != FALSE; more = ::Thread32Next(snapshot, &entry)) {
-        count += entry.th32OwnerProcessID == ::GetCurrentProcessId() ? 1 : 0;
-    }
-    ::CloseHandle(snapshot);
-    return count;
-}
-
-int Handles() {
-    struct Entry {
-        ULONG process;
-        UCHAR type, flags;
-        USHORT handle;
-        void* object;
-        ULONG access;
-    };
-    using Query = LONG(WINAPI*)(ULONG, void*, ULONG, ULONG*);
-    const auto query = NtFunction<Query>("NtQuerySystemInformation");
-    constexpr ULONG kHandleInformation = 16;
-    std::vector<BYTE> buffer(1 << 20);
-    ULONG needed = 0;
-    while (query(kHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()), &needed) != 0) {
-        if (buffer.size() > (1U << 28)) return -1;
-        buffer.resize(buffer.size() * 2);
-    }
-    ULONG total = 0;
-    std::memcpy(&total, buffer.data(), sizeof total);
-    int count = 0;
-    for (ULONG i = 0; i < total; ++i) {
-        Entry entry{};
-        std::memcpy(&entry, buffer.data() + 8 + i * sizeof entry, sizeof entry);
-        count += entry.process == ::GetCurrentProcessId() ? 1 : 0;
-    }
-    return count;
-}
-
 /// Objects in the table of GDI handles that each process shares with the system.
 int GdiObjects() {
     struct Entry {
@@ -125,9 +85,49 @@ int GuiObjects(DWORD kind) {
 
 }  // namespace
 
+int CountThreads() {
+    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
+    THREADENTRY32 entry{};
+    entry.dwSize = sizeof entry;
+    int count = 0;
+    for (BOOL more = ::Thread32First(snapshot, &entry); more != FALSE; more = ::Thread32Next(snapshot, &entry)) {
+        count += entry.th32OwnerProcessID == ::GetCurrentProcessId() ? 1 : 0;
+    }
+    ::CloseHandle(snapshot);
+    return count;
+}
+
+int CountHandles() {
+    struct Entry {
+        ULONG process;
+        UCHAR type, flags;
+        USHORT handle;
+        void* object;
+        ULONG access;
+    };
+    using Query = LONG(WINAPI*)(ULONG, void*, ULONG, ULONG*);
+    const auto query = NtFunction<Query>("NtQuerySystemInformation");
+    constexpr ULONG kHandleInformation = 16;
+    std::vector<BYTE> buffer(1 << 20);
+    ULONG needed = 0;
+    while (query(kHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()), &needed) != 0) {
+        if (buffer.size() > (1U << 28)) return -1;
+        buffer.resize(buffer.size() * 2);
+    }
+    ULONG total = 0;
+    std::memcpy(&total, buffer.data(), sizeof total);
+    int count = 0;
+    for (ULONG i = 0; i < total; ++i) {
+        Entry entry{};
+        std::memcpy(&entry, buffer.data() + 8 + i * sizeof entry, sizeof entry);
+        count += entry.process == ::GetCurrentProcessId() ? 1 : 0;
+    }
+    return count;
+}
+
 Resources CountResources() {
-    const Resources now = {.handles = Handles(),
-                           .threads = Threads(),
+    const Resources now = {.handles = CountHandles(),
+                           .threads = CountThreads(),
                            .gdiObjects = GuiObjects(GR_GDIOBJECTS),
                            .userObjects = GuiObjects(GR_USEROBJECTS)};
     EXPECT_GT(now.handles, 3) << "the list of handles can't be read";

@@ -13,7 +13,12 @@ struct Resources {
     bool operator==(const Resources&) const = default;
 };
 
-/// Counts them now.
+/// This process's threads.
+[[nodiscard]] int CountThreads();
+/// This process's handles. @return  -1 when the system's list cannot be had
+[[nodiscard]] int CountHandles();
+
+/// Counts all of them now.
 [[nodiscard]] Resources CountResources();
 
 void PrintTo(const Resources& resources, std::ostream* out);

@@ -1,60 +1,16 @@
 /// @file  Hundreds of still pictures leave nothing behind.
 
-#include <cstring>
-#include <vector>
-
+#include "support/resources.h"
 #include "system/still_image_fixture.h"
 #include "system/streaming_fixture.h"
 
 #include <control.h>
-#include <tlhelp32.h>
 #include <uuids.h>
 
 namespace kolmfluxor::test {
 namespace {
 
 using Microsoft::WRL::ComPtr;
-
-int Threads() {
-    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry{};
-    entry.dwSize = sizeof entry;
-    int count = 0;
-    for (BOOL more = ::Thread32First(snapshot, &entry); more != FALSE; more = ::Thread32Next(snapshot, &entry)) {
-        count += entry.th32OwnerProcessID == ::GetCurrentProcessId() ? 1 : 0;
-    }
-    ::CloseHandle(snapshot);
-    return count;
-}
-
-/// This process's handles, from the system's list: the process's own count is not kept everywhere.
-int Handles() {
-    struct Entry {
-        ULONG process;
-        UCHAR type, flags;
-        USHORT handle;
-        void* object;
-        ULONG access;
-    };
-    using Query = LONG(WINAPI*)(ULONG, void*, ULONG, ULONG*);
-    const auto query = Export<Query>(::GetModuleHandleA("ntdll.dll"), "NtQuerySystemInformation");
-    constexpr ULONG kHandleInformation = 16;
-    std::vector<BYTE> buffer(1 << 20);
-    ULONG needed = 0;
-    while (query(kHandleInformation, buffer.data(), static_cast<ULONG>(buffer.size()), &needed) != 0) {
-        if (buffer.size() > (1u << 28)) return -1;
-        buffer.resize(buffer.size() * 2);
-    }
-    ULONG total = 0;
-    std::memcpy(&total, buffer.data(), sizeof total);
-    int count = 0;
-    for (ULONG i = 0; i < total; ++i) {
-        Entry entry{};
-        std::memcpy(&entry, buffer.data() + 8 + i * sizeof entry, sizeof entry);
-        count += entry.process == ::GetCurrentProcessId() ? 1 : 0;
-    }
-    return count;
-}
 
 /// Committed memory of this process's own, in bytes.
 std::size_t Memory() {
@@ -115,13 +71,13 @@ protected:
     }
 
     template <class Cycle> static Growth GrowthOf(int cycles, Cycle&& cycle) {
-        const int before = Handles();
+        const int before = CountHandles();
         const std::size_t memory = Memory();
         EXPECT_GT(before, 10) << "the list of handles can't be read";
         for (int i = 0; i < cycles; ++i) {
             cycle();
         }
-        return {Handles() - before, static_cast<std::ptrdiff_t>(Memory() - memory)};
+        return {CountHandles() - before, static_cast<std::ptrdiff_t>(Memory() - memory)};
     }
 };
 
@@ -136,7 +92,7 @@ TEST_F(StillLeaks, five_hundred_captures_leave_no_handle_thread_memory_or_object
     }
     // Wine keeps a handle of each graph that has run.
     const Growth byHand = GrowthOf(kByHand, [this] { RunGraphByHand(); });
-    const int threads = Threads();
+    const int threads = CountThreads();
 
     const Growth captures = GrowthOf(kCaptures, capture);
 
@@ -144,7 +100,7 @@ TEST_F(StillLeaks, five_hundred_captures_leave_no_handle_thread_memory_or_object
     // Measured are 0 to 200,000 in all. What is left for is a heap that grows, and the stacks of the system's own
     // threads; none of it comes with each capture.
     EXPECT_LE(captures.bytes, kCaptures * kSampleBytes / 33);
-    EXPECT_LE(Threads(), threads + 1);
+    EXPECT_LE(CountThreads(), threads + 1);
     m_still->AddRef();
     EXPECT_EQ(m_still->Release(), 1u);
     // That no object of the module or the filter is left shows at the end.
@@ -168,13 +124,13 @@ TEST_F(StillLeaks, objects_that_took_a_picture_are_released_without_a_trace) {
         byHand();
     }
     const Growth system = GrowthOf(kObjects, byHand);
-    const int threads = Threads();
+    const int threads = CountThreads();
 
     const Growth objects = GrowthOf(kObjects, cycle);
 
     EXPECT_LE(objects.handles, system.handles + 5);
     EXPECT_LE(objects.bytes, kObjects * kSampleBytes / 2);
-    EXPECT_LE(Threads(), threads + 1);
+    EXPECT_LE(CountThreads(), threads + 1);
 }
 
 }  // namespace

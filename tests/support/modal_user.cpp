@@ -12,7 +12,6 @@ namespace {
 
 constexpr int kMessageText = 0xFFFF;
 constexpr UINT kAnswerMs = 2000;  // for one message to the thread that is asked
-constexpr std::chrono::milliseconds kPause(3);
 constexpr std::chrono::seconds kPatience(30);
 
 std::string TextOf(HWND window) {
@@ -59,42 +58,24 @@ CModalUser::CModalUser(std::optional<std::string> path)
     : m_thread(::GetCurrentThreadId()), m_path(std::move(path)), m_user([this] { Answer(); }) {}
 
 std::vector<SeenMessage> CModalUser::Messages() {
-    Stop();
+    m_user.Stop();
     return m_messages;
 }
 
 int CModalUser::FileDialogs() {
-    Stop();
+    m_user.Stop();
     return m_fileDialogs;
 }
 
-void CModalUser::Stop() {
-    {
-        const std::scoped_lock lock(m_lock);
-        m_stopped = true;
-    }
-    m_wake.notify_all();
-    if (m_user.joinable()) m_user.join();
-}
-
 void CModalUser::Answer() {
-    // A thread sees the windows of its own desktop only.
-    EXPECT_TRUE(::SetThreadDesktop(::GetThreadDesktop(m_thread)));
-    const auto end = std::chrono::steady_clock::now() + kPatience;
-    std::unique_lock lock(m_lock);
-    while (!m_stopped) {
-        lock.unlock();
-        const bool late = std::chrono::steady_clock::now() > end;
-        for (HWND const dialog : DialogsOf(m_thread)) {
-            if (!late) {
-                AnswerDialog(dialog);
-                continue;
-            }
-            ADD_FAILURE() << "still open: \"" << TextOf(dialog) << '"';
-            ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+    const bool late = std::chrono::steady_clock::now() - m_start > kPatience;
+    for (HWND const dialog : DialogsOf(m_thread)) {
+        if (!late) {
+            AnswerDialog(dialog);
+            continue;
         }
-        lock.lock();
-        m_wake.wait_for(lock, kPause, [this] { return m_stopped; });
+        ADD_FAILURE() << "still open: \"" << TextOf(dialog) << '"';
+        ::PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
     }
 }
 

@@ -2,14 +2,13 @@
 /// @file  A second thread that answers what a page asks: message boxes, and the open-file dialog.
 
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 #include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <windows.h>
+
+#include "support/repeating_thread.h"
 
 namespace kolmfluxor::test {
 
@@ -26,9 +25,6 @@ class CModalUser {
 public:
     /// @param path  for the open-file dialog; none presses Cancel
     explicit CModalUser(std::optional<std::string> path = std::nullopt);
-    ~CModalUser() { Stop(); }
-    CModalUser(const CModalUser&) = delete;
-    CModalUser& operator=(const CModalUser&) = delete;
 
     /// Stops answering. @return  the message boxes, in the order of their coming
     std::vector<SeenMessage> Messages();
@@ -39,18 +35,14 @@ private:
     void Answer();
     void AnswerDialog(HWND dialog);
     void AnswerFileDialog(HWND dialog);
-    void Stop();
 
     const DWORD m_thread;
+    const std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
     const std::optional<std::string> m_path;
     std::vector<HWND> m_known;
     std::vector<SeenMessage> m_messages;
     int m_fileDialogs = 0;
-    // A flag and a plain condition variable: a wait with a stop token in their place hung, twice in some hundred uses.
-    std::mutex m_lock;
-    std::condition_variable m_wake;
-    bool m_stopped = false;
-    std::thread m_user;
+    CRepeatingThread m_user;  // last: it uses what is above
 };
 
 }  // namespace kolmfluxor::test

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <ostream>
 #include <vector>
 
@@ -83,6 +85,11 @@ int GuiObjects(DWORD kind) {
     return kind == GR_GDIOBJECTS ? GdiObjects() : Windows();
 }
 
+bool IsFlat(const Resources& before, const Resources& now, int slack, int gdiAllowance) {
+    return now.handles <= before.handles + slack && now.threads <= before.threads + slack &&
+           now.gdiObjects <= before.gdiObjects + slack + gdiAllowance && now.userObjects <= before.userObjects + slack;
+}
+
 }  // namespace
 
 int CountThreads() {
@@ -142,11 +149,17 @@ void PrintTo(const Resources& resources, std::ostream* out) {
 
 void ExpectFlat(const Resources& before, int slack, int gdiAllowance) {
     const Resources now = CountResources();
-    const bool flat = now.handles <= before.handles + slack && now.threads <= before.threads + slack &&
-                      now.gdiObjects <= before.gdiObjects + slack + gdiAllowance &&
-                      now.userObjects <= before.userObjects + slack;
     std::printf("%s\n", ::testing::PrintToString(now).c_str());
-    EXPECT_TRUE(flat) << ::testing::PrintToString(before) << " became " << ::testing::PrintToString(now);
+    EXPECT_TRUE(IsFlat(before, now, slack, gdiAllowance))
+        << ::testing::PrintToString(before) << " became " << ::testing::PrintToString(now);
+}
+
+void ExpectFlatRound(std::span<const Resources> counts, int slack) {
+    const auto grown = [slack](const Resources& before, const Resources& now) {
+        return !IsFlat(before, now, slack, 0);
+    };
+    EXPECT_NE(std::ranges::adjacent_find(counts, std::not_fn(grown)), counts.end())
+        << "each round keeps something: " << ::testing::PrintToString(counts);
 }
 
 }  // namespace kolmfluxor::test

@@ -2,6 +2,7 @@
 /// @file  What this process holds of the system: for tests that count it before and after.
 
 #include <iosfwd>
+#include <span>
 
 namespace kolmfluxor::test {
 
@@ -27,5 +28,11 @@ void PrintTo(const Resources& resources, std::ostream* out);
 ///
 /// @param gdiAllowance  GDI objects that the system itself is known to keep
 void ExpectFlat(const Resources& before, int slack = 0, int gdiAllowance = 0);
+
+/// Fails the test when some count has grown by more than `slack` in every round: what is made once, in whichever round,
+/// is no leak.
+///
+/// @param counts  before the first round and after each
+void ExpectFlatRound(std::span<const Resources> counts, int slack);
 
 }  // namespace kolmfluxor::test

@@ -2,18 +2,13 @@
 
 #include "system/support_kolmctl.h"
 
-#include <chrono>
-#include <condition_variable>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <iterator>
 #include <memory>
-#include <mutex>
 #include <optional>
-#include <stop_token>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -30,6 +25,7 @@
 #include "frame/property_frame.h"
 #include "frame/resource.h"
 #include "frame/window_picture.h"
+#include "support/repeating_thread.h"
 #include "support/wine.h"
 
 namespace kolmfluxor::test {
@@ -283,39 +279,32 @@ TEST_F(OwnFrame, every_part_is_inside_and_none_lies_on_another) {
     }
 }
 
-/// Presses Cancel in a thread's dialog as soon as there is one, again until the dialog is gone.
+/// Presses Cancel in this thread's dialog as soon as there is one, again until the dialog is gone.
 class CCancelPresser {
 public:
     /// @param look  called with the dialog each time before Cancel is pressed
-    explicit CCancelPresser(
-        DWORD thread, std::function<void(HWND)> look = [](HWND) {})
-        : m_thread([thread, look = std::move(look)](const std::stop_token& stop) { Press(thread, look, stop); }) {}
+    explicit CCancelPresser(std::function<void(HWND)> look = [](HWND) {}) : m_look(std::move(look)) {}
 
 private:
-    static void Press(DWORD thread, const std::function<void(HWND)>& look, const std::stop_token& stop) {
+    void Press() {
         constexpr ULONGLONG kLimitMs = 20'000;
-        const ULONGLONG start = ::GetTickCount64();
-        std::mutex mutex;
-        std::unique_lock lock(mutex);
-        std::condition_variable_any pause;
-        while (!stop.stop_requested()) {
-            for (HWND const window : WindowsOfThread(thread)) {
-                HWND const cancel = ::GetDlgItem(window, IDCANCEL);
-                if (cancel != nullptr && ::IsWindowVisible(window)) {
-                    look(window);
-                    ::PostMessageW(cancel, BM_CLICK, 0, 0);
-                }
+        for (HWND const window : WindowsOfThread(m_thread)) {
+            HWND const cancel = ::GetDlgItem(window, IDCANCEL);
+            if (cancel != nullptr && ::IsWindowVisible(window)) {
+                m_look(window);
+                ::PostMessageW(cancel, BM_CLICK, 0, 0);
             }
-            if (::GetTickCount64() - start > kLimitMs) {
-                ADD_FAILURE() << "the frame did not close";
-                ::PostThreadMessageW(thread, WM_QUIT, 0, 0);
-                return;
-            }
-            pause.wait_for(lock, stop, std::chrono::milliseconds(5), [] { return false; });
+        }
+        if (::GetTickCount64() - m_start > kLimitMs) {
+            ADD_FAILURE() << "the frame did not close";
+            ::PostThreadMessageW(m_thread, WM_QUIT, 0, 0);
         }
     }
 
-    std::jthread m_thread;
+    const DWORD m_thread = ::GetCurrentThreadId();
+    const ULONGLONG m_start = ::GetTickCount64();
+    const std::function<void(HWND)> m_look;
+    CRepeatingThread m_presser{[this] { Press(); }};  // last: it uses what is above
 };
 
 class SystemFrame : public PropertyFrameTest {};
@@ -328,7 +317,7 @@ TEST_F(SystemFrame, opened_and_closed_50_times_leaves_no_more_than_the_system_do
     const std::size_t windows = WindowsOfThread(::GetCurrentThreadId()).size();
 
     for (ULONG i = 0; i < kTimes; ++i) {
-        const CCancelPresser presser(::GetCurrentThreadId());
+        const CCancelPresser presser;
         IUnknown* object = m_filter.Get();
         CLSID page = CLSID_KolmFluxorPage_Exposure;
         EXPECT_EQ(
@@ -346,7 +335,7 @@ TEST_F(SystemFrame, opened_and_closed_50_times_leaves_no_more_than_the_system_do
 TEST_F(SystemFrame, shows_the_page) {
     std::optional<kolmctl::Picture> picture;
     {
-        const CCancelPresser presser(::GetCurrentThreadId(), [&](HWND frame) {
+        const CCancelPresser presser([&](HWND frame) {
             if (picture && !picture->IsBlank()) return;
             ::RedrawWindow(frame, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
             picture = kolmctl::TakePicture(frame);

@@ -3,12 +3,9 @@
 #include "view/viewer_fixture.h"
 
 #include <array>
-#include <condition_variable>
-#include <mutex>
-#include <stop_token>
-#include <thread>
 
 #include "support/module.h"
+#include "support/repeating_thread.h"
 
 namespace kolmfluxor::test {
 namespace {
@@ -20,39 +17,29 @@ using ::testing::HasSubstr;
 /// Reads the message boxes that are captioned "kolmview", whoever shows them, and presses OK, as long as it lives.
 class CBoxReader {
 public:
-    CBoxReader() : m_thread([this](const std::stop_token& stop) { Read(stop); }) {}
-
     /// The texts, in the order of their coming.
     std::vector<std::string> Texts() {
-        m_thread.request_stop();
-        m_thread.join();
+        m_reader.Stop();
         return m_texts;
     }
 
 private:
-    void Read(const std::stop_token& stop) {
-        HWND known = nullptr;
-        std::mutex mutex;
-        std::unique_lock lock(mutex);
-        std::condition_variable_any pause;
-        while (!stop.stop_requested()) {
-            HWND const box = ::FindWindowW(L"#32770", L"kolmview");
-            HWND const text = ::GetDlgItem(box, 0xFFFF);
-            if (text != nullptr && ::IsWindowVisible(box)) {
-                if (box != known) {
-                    std::array<char, 4096> characters{};
-                    ::SendMessageA(text, WM_GETTEXT, characters.size(), reinterpret_cast<LPARAM>(characters.data()));
-                    m_texts.emplace_back(characters.data());
-                    known = box;
-                }
-                ::PostMessageW(box, WM_COMMAND, IDOK, 0);
-            }
-            pause.wait_for(lock, stop, std::chrono::milliseconds(10), [] { return false; });
+    void Read() {
+        HWND const box = ::FindWindowW(L"#32770", L"kolmview");
+        HWND const text = ::GetDlgItem(box, 0xFFFF);
+        if (text == nullptr || !::IsWindowVisible(box)) return;
+        if (box != m_known) {
+            std::array<char, 4096> characters{};
+            ::SendMessageA(text, WM_GETTEXT, characters.size(), reinterpret_cast<LPARAM>(characters.data()));
+            m_texts.emplace_back(characters.data());
+            m_known = box;
         }
+        ::PostMessageW(box, WM_COMMAND, IDOK, 0);
     }
 
+    HWND m_known = nullptr;
     std::vector<std::string> m_texts;
-    std::jthread m_thread;
+    CRepeatingThread m_reader{[this] { Read(); }};  // last: it uses what is above
 };
 
 class KolmviewProgram : public ViewerTest {

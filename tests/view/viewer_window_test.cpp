@@ -2,11 +2,7 @@
 
 #include "view/viewer_fixture.h"
 
-#include <condition_variable>
 #include <functional>
-#include <mutex>
-#include <stop_token>
-#include <thread>
 #include <utility>
 
 #include <commctrl.h>
@@ -14,6 +10,7 @@
 #include "frame/resource.h"
 #include "support/modal_user.h"
 #include "support/module.h"
+#include "support/repeating_thread.h"
 
 namespace kolmfluxor::test {
 namespace {
@@ -43,19 +40,15 @@ std::vector<HWND> DialogsOf(DWORD thread) {
 class CCloserAtDialog {
 public:
     explicit CCloserAtDialog(HWND window)
-        : m_thread([window, thread = ::GetCurrentThreadId(),
-                    before = DialogsOf(::GetCurrentThreadId()).size()](const std::stop_token& stop) {
-              std::mutex mutex;
-              std::unique_lock lock(mutex);
-              std::condition_variable_any pause;
-              while (!stop.stop_requested() && DialogsOf(thread).size() <= before) {
-                  pause.wait_for(lock, stop, std::chrono::milliseconds(5), [] { return false; });
-              }
+        : m_thread([window, thread = ::GetCurrentThreadId(), before = DialogsOf(::GetCurrentThreadId()).size(),
+                    closed = false]() mutable {
+              if (closed || DialogsOf(thread).size() <= before) return;
               ::PostMessageW(window, WM_CLOSE, 0, 0);
+              closed = true;
           }) {}
 
 private:
-    std::jthread m_thread;
+    CRepeatingThread m_thread;
 };
 
 class ViewerStates : public ViewerTest {

@@ -39,16 +39,23 @@ public:
     /// The name under which a piece of work done in one way is to be registered.
     static std::string Name(const std::string& work, const std::string& way) { return work + "/" + way; }
 
-    /// The time of each way as a multiple of the first way's.
+    /// The time of each way as a multiple of the first way's; nothing of what the command line leaves out.
     void PrintRatios(const char* title, const std::vector<std::string>& works, const std::vector<std::string>& ways,
                      double Times::*time) {
-        std::printf("\n%s (best of all repetitions)\n%-20s", title, "");
+        std::printf("\n%s (best of all repetitions)\n%-22s", title, "");
         for (const std::string& way : ways)
             std::printf("%22s", way.c_str());
         for (const std::string& work : works) {
-            std::printf("\n%-20s", work.c_str());
-            for (const std::string& way : ways)
-                std::printf("%22.2f", m_best[Name(work, way)].*time / (m_best[Name(work, ways.front())].*time));
+            const auto first = m_best.find(Name(work, ways.front()));
+            if (first == m_best.end()) continue;
+            std::printf("\n%-22s", work.c_str());
+            for (const std::string& way : ways) {
+                const auto best = m_best.find(Name(work, way));
+                if (best == m_best.end())
+                    std::printf("%22s", "-");
+                else
+                    std::printf("%22.2f", best->second.*time / (first->second.*time));
+            }
         }
         std::printf("\n");
     }

@@ -13,6 +13,10 @@ constexpr std::size_t kBgrBytes = 3;
 constexpr std::size_t kUyvyBytes = 2;  // for each pixel
 constexpr std::size_t kGroupBytes = 2 * kUyvyBytes;
 
+/// Output from which on it is quicker to go past the caches. Measured: 4 MB are a quarter slower, 12 MB a tenth
+/// quicker, and two fifths where the source is not in a cache either.
+constexpr std::size_t kPastCachesBytes = std::size_t{8} << 20;
+
 bool IsEmpty(std::span<const std::uint8_t> source, const std::uint8_t* destination, int width, int height) {
     return source.empty() || !destination || width <= 0 || height <= 0;
 }
@@ -46,6 +50,8 @@ void ConvertUyvyToBgr24(const PixelRows& rows, std::span<const std::uint8_t> sou
     if (IsEmpty(source, destination, width, height)) return;
     const auto columns = static_cast<std::size_t>(width);
     const auto lines = static_cast<std::size_t>(height);
+    const bool pastCaches = rows.uyvyPastCaches != nullptr && lines * columns * kBgrBytes >= kPastCachesBytes;
+    PixelRows::Convert* const convert = pastCaches ? rows.uyvyPastCaches : rows.uyvy;
     for (std::size_t line = 0; line < lines; ++line) {
         std::uint8_t* out = destination + (lines - 1 - line) * columns * kBgrBytes;
         const std::size_t first = line * columns;  // counted in pixels from the start of the source
@@ -56,12 +62,13 @@ void ConvertUyvyToBgr24(const PixelRows& rows, std::span<const std::uint8_t> sou
             ConvertHalfGroup(groups - kGroupBytes, 1, out);
             out += kBgrBytes;
         }
-        rows.uyvy(groups, out, whole);
+        convert(groups, out, whole);
         // A group that begins in the last row may end behind the picture, or not at all.
         const std::size_t ending = (first + begun + whole) * kUyvyBytes + kGroupBytes;
         if (begun + whole < columns && ending <= source.size())
             ConvertHalfGroup(groups + whole * kUyvyBytes, 0, out + whole * kBgrBytes);
     }
+    if (pastCaches) rows.finish();
 }
 
 void ConvertMono8ToBgr24(std::span<const std::uint8_t> source, std::uint8_t* destination, int width, int height) {

@@ -14,6 +14,9 @@ struct PixelRows {
     const char* name;
     Convert* mono8;  ///< `pixels` bytes to 3 x `pixels` bytes
     Convert* uyvy;   ///< whole groups: `pixels` is even; 2 x `pixels` bytes to 3 x `pixels` bytes
+
+    Convert* uyvyPastCaches = nullptr;  ///< as `uyvy`, for pictures that no cache holds, where that is quicker
+    void (*finish)() = nullptr;         ///< once after all rows past the caches: other threads may read them then
 };
 
 extern const PixelRows kPlainRows;

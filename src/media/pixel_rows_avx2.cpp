@@ -12,8 +12,9 @@ namespace {
 constexpr std::size_t kStep = 32;
 
 struct Avx2 : Register<32> {
-    [[gnu::always_inline]] static Words FourTimesLow(Words words) {
-        return reinterpret_cast<Words>(_mm256_maddubs_epi16(reinterpret_cast<__m256i>(words), _mm256_set1_epi16(4)));
+    [[gnu::always_inline]] static Words LowTimes(Words words, Words factor) {
+        return reinterpret_cast<Words>(
+            _mm256_maddubs_epi16(reinterpret_cast<__m256i>(words), reinterpret_cast<__m256i>(factor)));
     }
     [[gnu::always_inline]] static Words MulHigh(Words a, Words b) {
         return reinterpret_cast<Words>(_mm256_mulhi_epi16(reinterpret_cast<__m256i>(a), reinterpret_cast<__m256i>(b)));

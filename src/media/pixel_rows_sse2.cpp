@@ -11,9 +11,8 @@ namespace {
 constexpr std::size_t kStep = 16;
 
 struct Sse2 : Register<16> {
-    [[gnu::always_inline]] static Words FourTimesLow(Words words) {
-        const Words low = words & (Words{} + std::int16_t{0xFF});
-        return low << 2;
+    [[gnu::always_inline]] static Words LowTimes(Words words, Words factor) {
+        return (words & (Words{} + std::int16_t{0xFF})) * factor;
     }
     [[gnu::always_inline]] static Words MulHigh(Words a, Words b) {
         return reinterpret_cast<Words>(_mm_mulhi_epi16(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));

@@ -12,8 +12,9 @@ namespace {
 constexpr std::size_t kStep = 16;
 
 struct Ssse3 : Register<16> {
-    [[gnu::always_inline]] static Words FourTimesLow(Words words) {
-        return reinterpret_cast<Words>(_mm_maddubs_epi16(reinterpret_cast<__m128i>(words), _mm_set1_epi16(4)));
+    [[gnu::always_inline]] static Words LowTimes(Words words, Words factor) {
+        return reinterpret_cast<Words>(
+            _mm_maddubs_epi16(reinterpret_cast<__m128i>(words), reinterpret_cast<__m128i>(factor)));
     }
     [[gnu::always_inline]] static Words MulHigh(Words a, Words b) {
         return reinterpret_cast<Words>(_mm_mulhi_epi16(reinterpret_cast<__m128i>(a), reinterpret_cast<__m128i>(b)));

@@ -23,33 +23,37 @@ template <std::size_t kBytes> struct Register {
 /// Before clamping: even and odd pixels in the order of their groups.
 template <class Words> struct BgrWords { Words blueEven, blueOdd, greenEven, greenOdd, redEven, redOdd; };
 
-// The tables' factors x 2^14. Multiplied by 4 (c - 128), the upper half of the product is the term without its
-// fraction, rounded downward: one too small where it is negative. Each factor gives all 256 entries of its table
-// exactly.
-constexpr std::int16_t kRedFactor = 22970;     // 1.402
-constexpr std::int16_t kGreenUFactor = 5637;   // 0.344, rounded up: 125 x 0.344 is a whole number
-constexpr std::int16_t kGreenVFactor = 11698;  // 0.714
-constexpr std::int16_t kBlueFactor = 29033;    // 1.772
+// Chroma terms: the upper 16 bits of a product of scale x (c - 128) and the table's factor x 2^16 / scale. They are
+// rounded downward where the tables drop the fraction, so they are one too small where negative. Each factor gives all
+// 256 entries of its table exactly.
+constexpr std::int16_t kUScale = 4;
+constexpr std::int16_t kBlueFactor = 29033;   // 1.772
+constexpr std::int16_t kGreenUFactor = 5637;  // 0.344, rounded up: 125 x 0.344 is a whole number
+
+// The table of red is mirrored between 127 and 128, not at 128. With this scale, the only one of 1 to 127, one number
+// added to all that is negative mirrors and rounds it: red needs no correction.
+constexpr std::int16_t kVScale = 115;
+constexpr std::int16_t kRedFactor = 799;           // 1.402
+constexpr std::int16_t kGreenVFactor = 407;        // 0.714
+constexpr std::int16_t kRedOfNegative = 115 + 82;  // 82 x 799 is just below 2^16
 
 template <class Words> [[gnu::always_inline]] inline Words All(std::int16_t value) {
     return Words{} + value;
 }
 
-/// @tparam Isa  `Words`, `UnsignedWords`, and the static members `FourTimesLow`: the low bytes of words times 4, and
-///              `MulHigh`: the upper halves of signed products
+/// @tparam Isa  `Words`, `UnsignedWords`, and the static members `LowTimes`: the low bytes of words times a number up
+///              to 127, and `MulHigh`: the upper halves of signed products
 template <class Isa>
 [[gnu::always_inline]] inline BgrWords<typename Isa::Words> BgrOf(typename Isa::Words even, typename Isa::Words odd) {
     using Words = typename Isa::Words;
     using UnsignedWords = typename Isa::UnsignedWords;
-    const Words u = Isa::FourTimesLow(even) - All<Words>(4 * 128);
-    const Words v = Isa::FourTimesLow(odd) - All<Words>(4 * 128);
+    const Words u = Isa::LowTimes(even, All<Words>(kUScale)) - All<Words>(kUScale * 128);
+    const Words v = Isa::LowTimes(odd, All<Words>(kVScale)) - All<Words>(kVScale * 128);
     const Words uSign = u >> 15;  // -1 or 0
     const Words vSign = v >> 15;
-    // The table of red is mirrored between 127 and 128, not at 128.
-    const Words vMirrored = v + (vSign & All<Words>(4));
 
     const Words blue = Isa::MulHigh(u, All<Words>(kBlueFactor)) - uSign;
-    const Words red = Isa::MulHigh(vMirrored, All<Words>(kRedFactor)) - (vMirrored >> 15);
+    const Words red = Isa::MulHigh(v + (vSign & All<Words>(kRedOfNegative)), All<Words>(kRedFactor));
     const Words green =
         Isa::MulHigh(u, All<Words>(kGreenUFactor)) + Isa::MulHigh(v, All<Words>(kGreenVFactor)) - (uSign + vSign);
 

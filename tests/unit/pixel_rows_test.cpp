@@ -96,6 +96,19 @@ void ExpectConverted(const PixelRows& rows, const Conversion& conversion, std::s
     ASSERT_TRUE(std::ranges::equal(source, bytes)) << "source changed: " << place;
 }
 
+/// Those that there are, and with the rows for large pictures in their place, whatever the picture's size.
+std::vector<PixelRows> TestedRows() {
+    std::vector<PixelRows> tested;
+    for (const PixelRows* rows : AvailablePixelRows()) {
+        tested.push_back(*rows);
+        if (rows->uyvyPastCaches == nullptr) continue;
+        tested.push_back(*rows);
+        tested.back().name = "past the caches";
+        tested.back().uyvy = rows->uyvyPastCaches;
+    }
+    return tested;
+}
+
 // -- Tests
 
 TEST(PixelRows, offer_what_the_processor_allows_and_the_quickest_last) {
@@ -129,12 +142,12 @@ TEST(PixelRows, give_every_color_as_the_tables_say) {
             }
         }
         const Bytes expected = ModelUyvy(source, kWidth, kRows);
-        for (const PixelRows* rows : AvailablePixelRows()) {
+        for (const PixelRows& rows : TestedRows()) {
             std::ranges::fill(destination, kPoison);
 
-            ConvertUyvyToBgr24(*rows, source, destination.data(), kWidth, kRows);
+            ConvertUyvyToBgr24(rows, source, destination.data(), kWidth, kRows);
 
-            ASSERT_TRUE(destination == expected) << rows->name << ", U = " << u;
+            ASSERT_TRUE(destination == expected) << rows.name << ", U = " << u;
         }
     }
 }
@@ -145,7 +158,7 @@ TEST(PixelRows, of_any_width_touch_nothing_beside_them) {
     constexpr std::size_t kMaxExtra = 2;  // the rest of a last group
     const CGuardedBuffer sources(kMaxWidth * kMaxHeight * 2 + kMaxExtra);
     const CGuardedBuffer destinations(kMaxWidth * kMaxHeight * 3);
-    for (const PixelRows* rows : AvailablePixelRows()) {
+    for (const PixelRows& rows : TestedRows()) {
         for (const Conversion& conversion : kConversions) {
             for (std::size_t width = 1; width <= kMaxWidth; ++width) {
                 for (std::size_t height = 1; height <= kMaxHeight; ++height) {
@@ -154,7 +167,7 @@ TEST(PixelRows, of_any_width_touch_nothing_beside_them) {
                         const std::size_t to = width * height * 3;
                         for (const auto source : {sources.First(from), sources.Last(from)}) {
                             for (const auto destination : {destinations.First(to), destinations.Last(to)}) {
-                                ASSERT_NO_FATAL_FAILURE(ExpectConverted(*rows, conversion, source, destination,
+                                ASSERT_NO_FATAL_FAILURE(ExpectConverted(rows, conversion, source, destination,
                                                                         destinations.Bytes(), width, height));
                             }
                         }
@@ -170,16 +183,37 @@ TEST(PixelRows, need_no_alignment) {
     constexpr std::size_t kMaxOffset = 64;
     Bytes sources(kMaxOffset + kWidth * 2);
     Bytes destinations(kMaxOffset + kWidth * 3);
-    for (const PixelRows* rows : AvailablePixelRows()) {
+    for (const PixelRows& rows : TestedRows()) {
         for (const Conversion& conversion : kConversions) {
             for (std::size_t from = 0; from < kMaxOffset; ++from) {
                 for (std::size_t to = 0; to < kMaxOffset; ++to) {
                     const auto source = std::span(sources).subspan(from, kWidth * conversion.sourceBytes);
                     const auto destination = std::span(destinations).subspan(to, kWidth * 3);
                     ASSERT_NO_FATAL_FAILURE(
-                        ExpectConverted(*rows, conversion, source, destination, destinations, kWidth, 1));
+                        ExpectConverted(rows, conversion, source, destination, destinations, kWidth, 1));
                 }
             }
+        }
+    }
+}
+
+TEST(PixelRows, of_large_pictures_give_the_same) {
+    constexpr std::size_t kLarge = std::size_t{9} << 20;  // more than is stored to the caches
+    Bytes destinations(kLarge + 64);
+    for (const std::size_t width : {2047U, 2048U, 2050U}) {
+        const std::size_t height = kLarge / (3 * width);
+        const Bytes source = RandomBytes(width * height * 2);
+        Bytes expected(width * height * 3);
+        ConvertUyvyToBgr24(kPlainRows, source, expected.data(), static_cast<int>(width), static_cast<int>(height));
+        for (const std::size_t offset : {0U, 2U, 5U}) {
+            const auto picture = std::span(destinations).subspan(offset, expected.size());
+            std::ranges::fill(destinations, kPoison);
+
+            ConvertUyvyToBgr24(source, picture.data(), static_cast<int>(width), static_cast<int>(height));
+
+            ASSERT_TRUE(std::ranges::equal(picture, expected)) << width << ", " << offset;
+            std::ranges::fill(picture, kPoison);
+            ASSERT_EQ(std::ranges::count(destinations, kPoison), std::ssize(destinations)) << width << ", " << offset;
         }
     }
 }

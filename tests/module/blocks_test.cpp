@@ -1,10 +1,13 @@
 /// @file  Registers and blocks of camera memory.
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <numeric>
+#include <string>
 #include <vector>
 
+#include "support/guarded_buffer.h"
 #include "support/property_set_test.h"
 
 namespace kolmfluxor::test {
@@ -84,6 +87,29 @@ TEST_F(Blocks, are_read_as_they_are_whatever_the_element_width) {
 
         EXPECT_EQ(data, (std::array<ULONG, 5>{0x04030201, 0x04030202, 0x04030203, 0x04030204, kPoison}));
         Object().Forget();
+    }
+}
+
+TEST_F(Blocks, between_pages_that_cannot_be_touched_are_read_and_written) {
+    constexpr ULONG kMaxQuadlets = 17;
+    const CGuardedBuffer memory(4 * kMaxQuadlets);
+    Swallow();
+    for (ULONG quadlets = 1; quadlets <= kMaxQuadlets; ++quadlets) {
+        const std::vector<std::uint8_t> data = Counting(4 * quadlets);
+        for (const auto place : {memory.First(data.size()), memory.Last(data.size())}) {
+            for (const ULONG bits : {8u, 16u, 32u}) {
+                SCOPED_TRACE(std::to_string(quadlets) + " quadlets, " + std::to_string(bits) + " bits");
+                std::ranges::copy(data, place.begin());
+                EXPECT_EQ(Object()->WriteBlock(kAddress, place.data(), quadlets, bits, 0), S_OK);
+                EXPECT_EQ(Object()->WriteBlock(kAddress, place.data(), quadlets, bits, 1), S_OK);
+                EXPECT_EQ(Object().Sent(), (Wire{Block(true, 17, data), Block(true, 17, Swapped(data, bits / 8))}));
+
+                std::ranges::fill(place, std::uint8_t{0xDE});
+                EXPECT_EQ(Object()->ReadBlock(kAddress, place.data(), quadlets, bits, 0, 0), S_OK);
+                EXPECT_EQ(std::ranges::count(place, 0), std::ssize(place)) << "the record that was sent has no data";
+                Object().Forget();
+            }
+        }
     }
 }
 

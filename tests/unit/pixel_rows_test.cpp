@@ -12,7 +12,7 @@
 
 #include "base/cpu_features.h"
 #include "media/pixel_conversion.h"
-#include "unit/guarded_buffer.h"
+#include "support/guarded_buffer.h"
 
 namespace kolmfluxor::test {
 namespace {

@@ -1,4 +1,4 @@
-#include "unit/guarded_buffer.h"
+#include "support/guarded_buffer.h"
 
 #include <new>
 

@@ -127,7 +127,7 @@ const std::vector<SlotCase>& SlotCases() {
         {104, "SetFeatureValue", KOLM_CALL(SetFeatureValue(265, kInside)), {}, {Get(0), ScriptedAnswer(0).With(24, kInside)}},
         {105, "SetFeatureValueAndMode", KOLM_CALL(SetFeatureValueAndMode(265, kInside, 3)), {}, {Get(0), Set(0).With(24, kInside).With(28, 0x8)}},
         {106, "IsFeatureModeSupported", KOLM_CALL(IsFeatureModeSupported(265, 1, o.B(0))), {Constant(Scripted(32) & 0x2 ? TRUE : FALSE, FALSE)}, {Get(0)}},
-        {.slot = 107, .name = "SetFeatureMode", .walk = Walk::elsewhere, .note = "FeatureOperations"},
+        {.slot = 107, .name = "SetFeatureMode", .walk = Walk::elsewhere, .note = "FeatureModes"},
         {108, "GetFeatureMode", KOLM_CALL(GetFeatureMode(265, o.W(0))), {ModeNumber()}, {Get(0)}},
         {109, "GetTriggerInquiry", KOLM_CALL(GetTriggerInquiry(o.W(0))), {Word(32, 0)}, {Get(53)}},
         {.slot = 110, .name = "GetTrigger", .walk = Walk::elsewhere, .note = "Trigger"},

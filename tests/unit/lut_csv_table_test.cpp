@@ -4,58 +4,20 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <random>
+#include <stdexcept>
 #include <string>
+#include <tuple>
+#include <typeinfo>
 #include <vector>
 
-#include "lut/csv_number.h"
-#include "lut/csv_scan.h"
 #include "lut/lut_loader.h"
 #include "unit/lut_csv_compare.h"
+#include "unit/lut_csv_rows.h"
 
 namespace kolmfluxor::test {
 namespace {
 
 using namespace std::string_literals;
-using Tokens = std::vector<std::string>;
-
-std::vector<Tokens> RowsOf(const CCsvTable& table) {
-    std::vector<Tokens> rows;
-    for (std::size_t row = 0; row < table.RowCount(); ++row) {
-        rows.emplace_back();
-        for (std::size_t token = 0; token < table.TokenCount(row); ++token)
-            rows.back().emplace_back(table.Token(row, token));
-    }
-    return rows;
-}
-
-CCsvTable TableOf(const std::string& text) {
-    CCsvTable table;
-    std::ignore = table.ReadText(text);
-    return table;
-}
-
-/// A file with this content, as long as the object lives.
-class CTemporaryFile {
-public:
-    explicit CTemporaryFile(const std::string& content) {
-        static int number = 0;
-        const auto unique = std::to_string(std::random_device{}()) + "-" + std::to_string(++number);
-        m_path = (std::filesystem::temp_directory_path() / ("kolm-lut-" + unique + ".csv")).string();
-        std::ofstream(m_path, std::ios::binary) << content;
-    }
-    ~CTemporaryFile() { std::filesystem::remove(m_path); }
-    CTemporaryFile(const CTemporaryFile&) = delete;
-    CTemporaryFile& operator=(const CTemporaryFile&) = delete;
-
-    [[nodiscard]] const char* Path() const { return m_path.c_str(); }
-
-private:
-    std::string m_path;
-};
 
 TEST(LutCsvTable, lines_become_rows_with_a_NUL_in_place_of_the_line_feed) {
     EXPECT_EQ(RowsOf(TableOf("In,A\n0,1\n")), (std::vector<Tokens>{{"In", "A\0"s}, {"0", "1\0"s}}));
@@ -169,6 +131,32 @@ TEST(LutCsvTable, reading_again_forgets_what_was_there) {
     EXPECT_EQ(table.RowCount(), 0u);
 }
 
+TEST(LutCsvTable, fills_all_LUTs_as_one_by_one) {
+    std::string text = "In";
+    for (std::size_t i = 0; i < 5; ++i)
+        text += ",LUT " + std::to_string(i);
+    for (std::size_t row = 0; row < 700; ++row) {
+        text += "\n" + std::to_string(row);
+        for (std::size_t i = 0; i < 5; ++i)
+            text += ',' + std::to_string(row * 31 + i);
+    }
+    const CCsvTable table = TableOf(text);
+    std::vector<Lut16Bit> all(5);
+    all[3].values = {1, 2, 3};
+
+    EXPECT_TRUE(table.FillAll(all));
+
+    for (std::size_t i = 0; i < 5; ++i) {
+        Lut16Bit one;
+        EXPECT_TRUE(table.Fill16BitLUT(one, i));
+        EXPECT_EQ(one.values.size(), 700u);
+        EXPECT_EQ(all[i].name, one.name);
+        EXPECT_EQ(all[i].values, one.values);
+    }
+    std::vector<Lut16Bit> tooMany(6);
+    EXPECT_THROW(table.FillAll(tooMany), std::out_of_range);
+}
+
 // -- Lines that are too long
 
 TEST(LutCsvTable, a_line_of_255_characters_is_read_and_one_of_256_ends_the_reading) {
@@ -197,218 +185,6 @@ TEST(LutCsvTable, long_lines_of_separators_and_quotes_are_no_danger) {
         }
         EXPECT_EQ(DifferenceFor(std::string(100'000, c)), "");
     }
-}
-
-// -- Files
-
-TEST(LutCsvTable, a_file_is_read_as_the_same_text_is) {
-    // Longer than one read, with each length of a line at the seams; a quoted line now and then.
-    std::string text;
-    for (std::size_t i = 0; text.size() < 900'000; ++i) {
-        text += std::to_string(i * 7919 % 65536) + ',' + std::string(i % 97, '1');
-        text += i % 13 == 0 ? ",\"x,y\"\r\n" : ",z\n";
-    }
-    for (const std::string& end : {""s, "1,2,3"s, std::string(256, 'x') + "\n1,2,3\n"}) {
-        const CTemporaryFile file(text + end);
-        CCsvTable fromFile;
-        CCsvTable fromText;
-        EXPECT_TRUE(fromFile.Read(file.Path()));
-        EXPECT_TRUE(fromText.ReadText(text + end));
-        EXPECT_TRUE(RowsOf(fromFile) == RowsOf(fromText)) << "ending " << end;
-    }
-}
-
-TEST(LutCsvTable, files_around_the_size_of_one_read) {
-    constexpr std::size_t kPiece = 64 * 1024;
-    for (const std::size_t size : {kPiece - 1, kPiece, kPiece + 1, 2 * kPiece}) {
-        std::string text;
-        while (text.size() + 16 <= size)
-            text += "1234567,1234567\n";
-        text += std::string(size - text.size(), ',');
-        const CTemporaryFile file(text);
-        CCsvTable table;
-        std::ignore = table.Read(file.Path());
-        EXPECT_TRUE(RowsOf(table) == RowsOf(TableOf(text))) << size;
-    }
-}
-
-TEST(LutCsvTable, a_line_end_at_the_very_end_of_a_file_adds_no_row) {
-    const CTemporaryFile file("a,b\n1,2\n");
-    CCsvTable table;
-    EXPECT_TRUE(table.Read(file.Path()));
-    EXPECT_EQ(table.RowCount(), 2u);
-}
-
-TEST(LutCsvTable, an_empty_file_is_not_consistent) {
-    const CTemporaryFile file("");
-    CCsvTable table;
-    EXPECT_FALSE(table.Read(file.Path()));
-}
-
-TEST(LutCsvTable, a_file_that_another_has_open_for_writing_is_read) {
-    const CTemporaryFile file("");
-    std::FILE* const other = std::fopen(file.Path(), "r+b");
-    ASSERT_NE(other, nullptr);
-    std::fputs("a,b\n1,2\n", other);
-    std::fflush(other);
-
-    CCsvTable table;
-    EXPECT_TRUE(table.Read(file.Path()));
-    EXPECT_EQ(table.GetElementCount(), 1u);
-    std::fclose(other);
-}
-
-TEST(LutCsvTable, a_folder_is_no_file) {
-    CCsvTable table;
-    EXPECT_FALSE(table.Read(std::filesystem::temp_directory_path().string().c_str()));
-    EXPECT_EQ(table.RowCount(), 0u);
-}
-
-// -- The quick reader against the plain one
-
-TEST(LutCsvTable, reads_as_the_plain_rules_do) {
-    const std::string texts[] = {
-        "",
-        "\n",
-        "\r\n",
-        "a",
-        "a\n",
-        "a,b\n1,2\n",
-        "a;b\r\n1;2\r\n",
-        "a,b;c\n1,2;3\n",
-        "\"a,b\",c\n1,2\n",
-        "a,b\n1,\"2\"\n",
-        "a,b\n'1',2\n",
-        "a,b,'c,d'\n1,2,3\n",
-        "\"\n\"\n",
-        "'\n",
-        "a\"b\n1\n",
-        "a,b\n1, 2\n2,\t-3\n3,+4\n",
-        "a,b\n0,12345678\n1,123456789\n2,0000000012\n3,4294967296\n4,4294967295\n5,1e3\n6,0x10\n7,1.9\n",
-        "a,b\n0,--1\n1,+-1\n2,-\n",
-        "a,b\n0,\v\f 5\n1,\v\f\n2,5\v\f\n",
-        "\0,\0\n\0,\0\n"s,
-        "a,b\n\0001,1\0002\n"s,
-        "a,b\n1,2\r",
-        "a,b\n1,\r\r\n",
-        ",\n,\n",
-        ",,;;,,\n1,2;;,3\n",
-        "a,b\n1,2/3\n2,2:3\n3,/12\n4,12:\n5,:\n",
-    };
-    for (const std::string& text : texts)
-        EXPECT_EQ(DifferenceFor(text), "") << text;
-}
-
-/// Texts of characters that matter, in lengths around the limits.
-TEST(LutCsvTable, reads_random_texts_as_the_plain_rules_do) {
-    std::mt19937 random(20240229);
-    const std::string alphabets[] = {",;\"'\n\r 0129x-"s, ",\n019"s, ",;\n5"s, "\",\n1"s, "',;\n\"\0"s, ",\n7\r"s};
-    for (int i = 0; i < 2500; ++i) {
-        const std::string& alphabet = alphabets[random() % std::size(alphabets)];
-        std::string text(random() % (i % 50 == 0 ? 3000 : 200), '\0');
-        // In some texts line feeds are so rare that lines reach their limit.
-        const unsigned rare = random() % 3 == 0 ? 40 : 1;
-        for (char& c : text) {
-            do {
-                c = alphabet[random() % alphabet.size()];
-            } while (c == '\n' && random() % rare != 0);
-        }
-        const std::string difference = DifferenceFor(text);
-        ASSERT_EQ(difference, "") << testing::PrintToString(text);
-    }
-}
-
-/// Proper tables, some with one cell that is odd.
-TEST(LutCsvTable, reads_random_tables_as_the_plain_rules_do) {
-    std::mt19937 random(7);
-    const std::string oddCells[] = {"",  "\"",  "'",   "\"5\"", "-3",  " 9", "70000", "123456789012",
-                                    "x", "1;2", "1,2", "\n",    "1\0"s};
-    for (int i = 0; i < 700; ++i) {
-        const std::size_t columns = 1 + random() % 17;
-        const std::size_t rows = 1 + random() % 40;
-        const std::size_t odd = random() % 4 == 0 ? ~std::size_t{0} : random() % (columns * rows);
-        const char separator = random() % 2 == 0 ? ',' : ';';
-        std::string text;
-        for (std::size_t cell = 0; cell < columns * rows; ++cell) {
-            text += cell == odd ? oddCells[random() % std::size(oddCells)] : std::to_string(random() % 70000);
-            if ((cell + 1) % columns != 0) {
-                text += separator;
-            } else {
-                text += i % 2 == 0 ? "\n" : "\r\n";
-            }
-        }
-        if (random() % 3 == 0) text.resize(text.size() - 1);
-        ASSERT_EQ(DifferenceFor(text), "") << testing::PrintToString(text);
-    }
-}
-
-TEST(LutCsvTable, finds_marks_as_character_by_character) {
-    std::mt19937 random(3);
-    for (int i = 0; i < 2000; ++i) {
-        char text[kCsvBlock];
-        for (char& c : text)
-            c = random() % 2 == 0 ? ",;\"'\n"[random() % 5] : static_cast<char>(random());
-        ASSERT_EQ(CsvMarks(text), CsvMarksPlain(text));
-    }
-}
-
-TEST(LutCsvTable, quick_numbers_are_the_plain_ones) {
-    std::mt19937 random(11);
-    for (int i = 0; i < 60'000; ++i) {
-        std::string cell = "########";
-        const std::size_t length = random() % 11;
-        for (std::size_t j = 0; j < length; ++j)
-            cell += random() % 20 != 0 ? static_cast<char>('0' + random() % 10) : " -+/:\r\0x09"[random() % 10];
-        for (const char* end : {"", "\r"}) {
-            const std::string whole = cell + end + (random() % 2 == 0 ? "\0"s : ""s);
-            const std::string_view view = std::string_view(whole).substr(8);
-            ASSERT_EQ(CsvNumberQuick(view), PlainNumber(std::string(view))) << testing::PrintToString(whole);
-            ASSERT_EQ(CsvNumber(view), PlainNumber(std::string(view))) << testing::PrintToString(whole);
-        }
-    }
-}
-
-TEST(LutCsvTable, all_six_blanks_may_lead_a_number) {
-    const std::string before = "########";
-    for (const std::string& cell : {"\v\f 5"s, " \t\n\v\f\r5"s, "\f+5"s, "\v5\v6"s}) {
-        EXPECT_EQ(CsvNumber(cell), 5u) << testing::PrintToString(cell);
-        EXPECT_EQ(PlainNumber(cell), 5u) << testing::PrintToString(cell);
-        const std::string whole = before + cell;
-        EXPECT_EQ(CsvNumberQuick(std::string_view(whole).substr(before.size())), 5u) << testing::PrintToString(cell);
-    }
-    for (const std::string& cell : {"\b5"s,
-                                    "\x0E"
-                                    "5"s,
-                                    "\x1F"
-                                    "5"s,
-                                    "\v\f "s})
-        EXPECT_EQ(CsvNumber(cell), 0u) << testing::PrintToString(cell);
-}
-
-TEST(LutCsvTable, fills_all_LUTs_as_one_by_one) {
-    std::string text = "In";
-    for (std::size_t i = 0; i < 5; ++i)
-        text += ",LUT " + std::to_string(i);
-    for (std::size_t row = 0; row < 700; ++row) {
-        text += "\n" + std::to_string(row);
-        for (std::size_t i = 0; i < 5; ++i)
-            text += ',' + std::to_string(row * 31 + i);
-    }
-    const CCsvTable table = TableOf(text);
-    std::vector<Lut16Bit> all(5);
-    all[3].values = {1, 2, 3};
-
-    EXPECT_TRUE(table.FillAll(all));
-
-    for (std::size_t i = 0; i < 5; ++i) {
-        Lut16Bit one;
-        EXPECT_TRUE(table.Fill16BitLUT(one, i));
-        EXPECT_EQ(one.values.size(), 700u);
-        EXPECT_EQ(all[i].name, one.name);
-        EXPECT_EQ(all[i].values, one.values);
-    }
-    std::vector<Lut16Bit> tooMany(6);
-    EXPECT_THROW(table.FillAll(tooMany), std::out_of_range);
 }
 
 }  // namespace

@@ -5,19 +5,20 @@ import pathlib
 import tempfile
 import unittest
 
+import check_layers
 import check_links
 import run_commands
 from markdown import Document, anchor_of
 
 
-def found_in(files):
-    """What the link check finds in a project of these files."""
+def found_in(files, check=check_links):
+    """What a check finds in a project of these files."""
     with tempfile.TemporaryDirectory() as folder:
         for name, text in files.items():
             path = pathlib.Path(folder) / name
             path.parent.mkdir(parents=True, exist_ok=True)
             path.write_text(text, encoding="utf-8")
-        return list(check_links.problems(folder))
+        return list(check.problems(folder))
 
 
 class Links(unittest.TestCase):
@@ -41,6 +42,42 @@ class Links(unittest.TestCase):
 
     def test_a_block_without_an_end_is_found(self):
         self.assertEqual(found_in({"a.md": "```\nx\n"}), ["a.md: the block that begins in line 1 has no end"])
+
+
+class Layers(unittest.TestCase):
+    TABLE = ("## Layers\n\n| folder | may include | must not |\n|---|---|---|\n| `src/low` | | x |\n"
+             "| `src/low/inner` | `src/low/a.h` | x |\n| `src/high` | the lock of `src/low/a.h`, `include` | `src/low` |\n"
+             "| `include` | | x |\n\n## More\n\n| `src` | `src` | x |\n")
+    HEADERS = {"docs/architecture.md": TABLE, "src/low/a.h": "", "src/low/b.h": "", "src/low/inner/c.h": "",
+               "src/high/d.h": "", "include/k/e.h": ""}
+
+    def found(self, files):
+        return found_in(self.HEADERS | files, check_layers)
+
+    def test_what_the_table_allows_is_nothing_to_tell(self):
+        self.assertEqual(self.found({
+            "src/low/x.cpp": '#include "low/a.h"\n#include "b.h"\n#include "low/inner/c.h"\n#include <windows.h>\n',
+            "src/low/inner/x.cpp": '#include "low/a.h"\n',
+            "src/high/x.cpp": '#include "low/a.h"\n#include <k/e.h>\n// #include "low/b.h"\n',
+        }), [])
+
+    def test_what_it_does_not_allow_is_found_by_line(self):
+        self.assertEqual(self.found({
+            "src/high/x.cpp": '#include "low/a.h"\n# include "../low/b.h"\n#include "low/inner/c.h"\n',
+            "src/low/inner/x.h": '#include "low/b.h"\n',
+            "src/low/x.cpp": '#include "high/d.h"\n#include <k/e.h>\n',
+        }), ["src/high/x.cpp:2: src/low/b.h is not for src/high",
+             "src/high/x.cpp:3: src/low/inner/c.h is not for src/high",
+             "src/low/inner/x.h:1: src/low/b.h is not for src/low/inner",
+             "src/low/x.cpp:1: src/high/d.h is not for src/low",
+             "src/low/x.cpp:2: include/k/e.h is not for src/low"])
+
+    def test_folders_without_a_row_and_rows_without_a_folder_are_found(self):
+        self.assertEqual(found_in({"docs/architecture.md": self.TABLE, "src/low/a.h": "", "src/low/inner/c.h": "",
+                                   "src/high/d.h": "", "src/new/f.cpp": ""}, check_layers),
+                         ["docs/architecture.md: include: no such folder or file",
+                          "docs/architecture.md: include: no such folder or file",
+                          "docs/architecture.md: no row for the folder of src/new/f.cpp"])
 
 
 def commands_in(text, name="a.md"):

@@ -129,7 +129,9 @@ HRESULT CKolmStillImage::GetDeviceUnknown(IUnknown** device) {
     if (device == nullptr) return E_POINTER;
     *device = nullptr;
     if (m_device.Filter() == nullptr) return E_FAIL;
-    return m_device.Filter()->QueryInterface(__uuidof(IUnknown), reinterpret_cast<void**>(device));
+    return Obtain(*device, [&] {
+        return m_device.Filter()->QueryInterface(__uuidof(IUnknown), reinterpret_cast<void**>(device));
+    });
 }
 
 HRESULT CKolmStillImage::GetDevicePath(BSTR* path) {

@@ -147,6 +147,21 @@ TEST_F(StillDevice, a_device_that_cannot_be_opened_ends_the_search_and_keeps_the
     EXPECT_EQ(Selected(), 0);
 }
 
+TEST_F(StillDevice, a_device_that_gives_nothing_when_asked_for_itself_is_unexpected) {
+    constexpr CallFault kNothing = {.name = "gives nothing", .kind = CallFaultKind::givesNothing};
+    ASSERT_EQ(m_still->SelectDeviceByIndex(0), S_OK);
+    CCallFaults faults;
+    faults.Start(&kNothing, 1);
+    m_filters[0].faults = &faults;
+    auto* device = reinterpret_cast<IUnknown*>(0xDEADBEEF);
+
+    EXPECT_EQ(m_still->GetDeviceUnknown(&device), E_UNEXPECTED);
+
+    EXPECT_EQ(device, nullptr);
+    EXPECT_EQ(faults.calls.size(), 1u);
+    m_filters[0].faults = nullptr;
+}
+
 TEST_F(StillDevice, names_pass_through_the_ANSI_code_page_and_paths_are_cut_to_255_characters) {
     Entry(0).friendlyName = L"Kamera \x00FC\x00B5";
     Entry(0).displayName = std::wstring(300, L'x');

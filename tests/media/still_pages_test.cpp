@@ -4,6 +4,7 @@
 
 #include <olectl.h>
 
+#include "media/specified_pages.h"
 #include "media/still_fixture.h"
 #include "support/counted_task_memory.h"
 #include "support/patched_import.h"
@@ -16,7 +17,6 @@ extern void* __imp_GetShellWindow;
 namespace kolmfluxor::test {
 namespace {
 
-constexpr GUID kPages[] = {{1, 2, 3, {4}}, {5, 6, 7, {8}}};
 HWND const kShellWindow = reinterpret_cast<HWND>(0x7770);
 HWND const kParent = reinterpret_cast<HWND>(0x1110);
 
@@ -48,31 +48,6 @@ HWND WINAPI ShellWindow() {
     return kShellWindow;
 }
 
-/// Pages as an object names them.
-class CPages final : public ISpecifyPropertyPages {
-public:
-    HRESULT result = S_OK;
-    ULONG count = 2;
-    ULONG references = 0;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) override {
-        if (riid != __uuidof(ISpecifyPropertyPages)) return E_NOINTERFACE;
-        AddRef();
-        *out = this;
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
-    ULONG STDMETHODCALLTYPE Release() override { return --references; }
-    HRESULT STDMETHODCALLTYPE GetPages(CAUUID* pages) override {
-        *pages = {0, nullptr};
-        if (FAILED(result)) return result;
-        pages->cElems = count;
-        pages->pElems = static_cast<GUID*>(::CoTaskMemAlloc(sizeof kPages));
-        std::copy_n(kPages, count, pages->pElems);
-        return result;
-    }
-};
-
 class StillPages : public StillFixture {
 protected:
     StillPages() { g_frame = {}; }
@@ -84,7 +59,7 @@ protected:
         m_graph->configInterfaces = offer;
     }
 
-    CPages m_pages;
+    CSpecifiedPages m_pages;
     const CPatchedImport m_openFrame{&__imp_OleCreatePropertyFrame, reinterpret_cast<void*>(&OpenFrame)};
     const CPatchedImport m_shellWindow{&__imp_GetShellWindow, reinterpret_cast<void*>(&ShellWindow)};
 };
@@ -101,7 +76,7 @@ TEST_F(StillPages, of_the_device_stand_at_30_30_in_the_desktops_or_the_parents_f
         EXPECT_EQ(g_frame.y, 30u);
         EXPECT_EQ(g_frame.caption, L"My caption");
         EXPECT_EQ(g_frame.object, Device().Filter());
-        EXPECT_EQ(g_frame.pages, std::vector<GUID>(std::begin(kPages), std::end(kPages)));
+        EXPECT_EQ(g_frame.pages, std::vector<GUID>(std::begin(kSpecifiedPages), std::end(kSpecifiedPages)));
     }
     EXPECT_EQ(g_frame.calls, 2);
     EXPECT_TRUE(m_graph->calls.empty()) << "no graph is needed";

@@ -9,6 +9,7 @@
 
 #include <strmif.h>
 
+#include "support/call_faults.h"
 #include "support/stand_in_class.h"
 
 namespace kolmfluxor::test {
@@ -35,16 +36,23 @@ public:
 
     // The script
     std::vector<ScriptedDevice> devices;
-    HRESULT create = S_OK;      ///< of the enumerator's class
-    HRESULT enumerate = S_OK;   ///< of CreateClassEnumerator
-    bool givesNothing = false;  ///< CreateClassEnumerator gives no enumerator
-    HRESULT end = S_FALSE;      ///< of Next behind the last device, which gives none whatever it says
+    HRESULT create = S_OK;          ///< of the enumerator's class
+    HRESULT enumerate = S_OK;       ///< of CreateClassEnumerator
+    bool givesNothing = false;      ///< CreateClassEnumerator gives no enumerator
+    HRESULT end = S_FALSE;          ///< of Next behind the last device, which gives none whatever it says
+    CCallFaults* faults = nullptr;  ///< counts the calls, if there is one
 
     // What was seen
     std::vector<std::string> calls;
     ULONG references = 0;  ///< of enumerators, monikers and bags that are not released
 
 private:
+    /// Notes a call, and tells what becomes of it.
+    CallFate Call(const char* name, HRESULT sound) {
+        calls.emplace_back(name);
+        return FateOf(faults, name, true, sound);
+    }
+
     class CDeviceEnum;
     class CMonikers;
     class CMoniker;

@@ -197,8 +197,12 @@ public:
     explicit CFilter(CScriptedFilter& script) : CCounted(script, script.references.filter, "filter") {}
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) override {
-        const HRESULT hr = Give(riid, IID_IBaseFilter, out);
-        return hr != S_OK && m_script.otherInterfaces ? m_script.otherInterfaces(riid, out) : hr;
+        *out = nullptr;
+        const CallFate fate = FateOf(m_script.faults, "query device", true);
+        if (!fate.gives) return fate.code;
+        HRESULT hr = Give(riid, IID_IBaseFilter, out);
+        if (hr != S_OK && m_script.otherInterfaces) hr = m_script.otherInterfaces(riid, out);
+        return hr == S_OK ? fate.code : hr;
     }
     HRESULT STDMETHODCALLTYPE EnumPins(IEnumPins** pins) override {
         m_script.calls.emplace_back("EnumPins");

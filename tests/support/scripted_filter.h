@@ -13,6 +13,8 @@
 
 #include <amvideo.h>  // needs strmif.h before it
 
+#include "support/call_faults.h"
+
 namespace kolmfluxor::test {
 
 template <class Interface> class CCounted;
@@ -76,6 +78,8 @@ public:
     std::optional<int> currents;      ///< GetFormat gives a media type so many times only; always without it
     std::optional<int> claimedCount;  ///< of capabilities; as many as there are without it
     int recordBytes = sizeof(VIDEO_STREAM_CONFIG_CAPS);
+
+    CCallFaults* faults = nullptr;  ///< counts the queries of the filter itself, as "query device"
 
     /// Answers queries of the filter for interfaces that it does not have itself; `*out` is null on entry.
     std::function<HRESULT(REFIID riid, void** out)> otherInterfaces;

@@ -30,7 +30,9 @@ public:
 
 protected:
     virtual HRESULT Other(REFIID /*riid*/, void** /*out*/) { return E_NOINTERFACE; }
-    HRESULT Call(const std::string& name) { return m_script.Call(name); }
+    HRESULT Call(const std::string& name) { return m_script.Call(name).code; }
+    /// The same for a call with an output.
+    CallFate CallFor(const std::string& name) { return m_script.Call(name, true); }
 
     CScriptedGraph& m_script;
 };
@@ -91,8 +93,9 @@ public:
 private:
     HRESULT Other(REFIID riid, void** out) override {
         if (riid != __uuidof(IMediaControl)) return E_NOINTERFACE;
-        const HRESULT hr = Call("query control");
-        return FAILED(hr) ? hr : m_script.m_control->QueryInterface(riid, out);
+        const CallFate fate = CallFor("query control");
+        const HRESULT hr = fate.gives ? m_script.m_control->QueryInterface(riid, out) : S_OK;
+        return FAILED(hr) ? hr : fate.code;
     }
 };
 
@@ -103,8 +106,9 @@ public:
 
     HRESULT STDMETHODCALLTYPE GetFormat(AM_MEDIA_TYPE** type) override {
         *type = nullptr;
-        const HRESULT hr = Call("GetFormat " + std::to_string(Count("GetFormat ") + 1));
-        return FAILED(hr) ? hr : Device()->GetFormat(type);
+        const CallFate fate = CallFor("GetFormat " + std::to_string(Count("GetFormat ") + 1));
+        const HRESULT hr = fate.gives ? Device()->GetFormat(type) : S_OK;
+        return FAILED(hr) ? hr : fate.code;
     }
     HRESULT STDMETHODCALLTYPE SetFormat(AM_MEDIA_TYPE* type) override {
         const HRESULT hr = Call("SetFormat " + std::to_string(Count("SetFormat ") + 1));
@@ -152,8 +156,10 @@ public:
         EXPECT_EQ(filter, m_script.device.Filter());
         EXPECT_EQ(riid, __uuidof(IAMStreamConfig));
         *out = nullptr;
-        const HRESULT hr = Call("FindInterface");
-        return FAILED(hr) || m_script.givesNothing ? hr : m_script.m_config->QueryInterface(riid, out);
+        const CallFate fate = CallFor("FindInterface");
+        if (!fate.gives || m_script.givesNothing) return fate.code;
+        const HRESULT hr = m_script.m_config->QueryInterface(riid, out);
+        return FAILED(hr) ? hr : fate.code;
     }
     HRESULT STDMETHODCALLTYPE GetFiltergraph(IGraphBuilder**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE SetOutputFileName(const GUID*, LPCOLESTR, IBaseFilter**, IFileSinkFilter**) override {
@@ -217,7 +223,7 @@ CScriptedGraph::CScriptedGraph()
       m_config(std::make_unique<CConfig>(*this)) {
     m_grabberFilter.otherInterfaces = [this](REFIID riid, void** out) {
         if (riid != __uuidof(ISampleGrabber)) return E_NOINTERFACE;
-        return Make("query grabber", m_grabber.get(), riid, out);
+        return Make("query grabber", m_grabber.get(), riid, out, true);
     };
     const auto standIn = [this](REFCLSID classId, const char* name, IUnknown* object) {
         m_classes.push_back(std::make_unique<CStandInClass>(
@@ -234,15 +240,16 @@ CScriptedGraph::~CScriptedGraph() {
     EXPECT_EQ(callback, nullptr) << "the grabber still has its callback";
 }
 
-HRESULT CScriptedGraph::Call(const std::string& name) {
+CallFate CScriptedGraph::Call(const std::string& name, bool canBeEmpty) {
     calls.push_back(name);
     const auto found = results.find(name);
-    return found != results.end() ? found->second : S_OK;
+    return FateOf(faults, name, canBeEmpty, found != results.end() ? found->second : S_OK);
 }
 
-HRESULT CScriptedGraph::Make(const std::string& name, IUnknown* object, REFIID riid, void** out) {
-    const HRESULT hr = Call(name);
-    return FAILED(hr) ? hr : object->QueryInterface(riid, out);
+HRESULT CScriptedGraph::Make(const std::string& name, IUnknown* object, REFIID riid, void** out, bool canBeEmpty) {
+    const CallFate fate = Call(name, canBeEmpty);
+    const HRESULT hr = fate.gives ? object->QueryInterface(riid, out) : S_OK;
+    return FAILED(hr) ? hr : fate.code;
 }
 
 }  // namespace kolmfluxor::test

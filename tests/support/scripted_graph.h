@@ -32,6 +32,7 @@ public:
     std::vector<std::vector<BYTE>> samples;  ///< of one run
     bool givesNothing = false;               ///< FindInterface succeeds without an object
     std::function<void()> onRun;             ///< called at the end of `Run`
+    CCallFaults* faults = nullptr;           ///< counts the calls, if there is one
     std::function<HRESULT(REFIID, void**)> configInterfaces;  ///< of the stream configuration, beside its own
 
     // What was seen
@@ -50,9 +51,10 @@ private:
     class CConfig;
     template <class Interface> friend class CGraphPart;
 
-    /// Notes a call and gives its result.
-    HRESULT Call(const std::string& name);
-    HRESULT Make(const std::string& name, IUnknown* object, REFIID riid, void** out);
+    /// Notes a call, and tells what becomes of it. @param canBeEmpty  has an output that it may fail to give
+    CallFate Call(const std::string& name, bool canBeEmpty = false);
+    /// A creation cannot be empty: the system's function takes an object for granted.
+    HRESULT Make(const std::string& name, IUnknown* object, REFIID riid, void** out, bool canBeEmpty = false);
 
     CScriptedFilter m_grabberFilter;
     CScriptedFilter m_renderer;

@@ -22,6 +22,11 @@ std::span<const ExitCodeRow> ExitCodes() {
 CallError::CallError(const std::string& failed, HRESULT hr, std::string hint)
     : Error(ExitCode::refused, failed + ": " + HResultText(hr), std::move(hint)), m_hr(hr) {}
 
+bool TellsAbsence(HRESULT hr) {
+    return hr == E_NOTIMPL || hr == HRESULT_FROM_WIN32(ERROR_NOT_FOUND) ||
+           hr == HRESULT_FROM_WIN32(ERROR_INVALID_ADDRESS);
+}
+
 void Check(HRESULT hr, const std::string& failed) {
     if (hr != S_OK) {
         throw CallError(failed, hr);

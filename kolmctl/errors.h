@@ -67,6 +67,9 @@ private:
     HRESULT m_hr;
 };
 
+/// Whether a driver says by this code that the camera does not have what was asked for.
+[[nodiscard]] bool TellsAbsence(HRESULT hr);
+
 /// Throws a CallError unless `hr` is exactly `S_OK`: the interface's other success codes mean that something is amiss.
 void Check(HRESULT hr, const std::string& failed);
 

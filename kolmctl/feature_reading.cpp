@@ -1,5 +1,8 @@
 #include "feature_reading.h"
 
+#include <iostream>
+#include <map>
+
 #include "errors.h"
 
 namespace kolmctl {
@@ -7,17 +10,24 @@ namespace kolmctl {
 std::vector<const FeatureName*> PresentFeatures(kolmfluxor::IKolmFluxorPropertySet& camera) {
     std::vector<const FeatureName*> features;
     HRESULT refusal = S_OK;
+    std::map<HRESULT, std::string> unanswered;
     for (const FeatureName& feature : FeatureNames()) {
-        // A failure means that the camera does not answer for the feature.
         BOOL present = FALSE;
         if (const HRESULT hr = camera.IsFeaturePresent(IdOf(feature), &present); hr != S_OK) {
             refusal = hr;
+            std::string& names = unanswered[hr];
+            names += (names.empty() ? "" : ", ") + std::string(feature.name);
         } else if (present) {
             features.push_back(&feature);
         }
     }
     if (features.empty()) {
         throw CallError("the camera answers for no feature", refusal);
+    }
+    for (const auto& [hr, names] : unanswered) {
+        if (!TellsAbsence(hr)) {
+            std::cerr << "kolmctl: " << CallError("the camera does not answer for " + names, hr).what() << "\n";
+        }
     }
     return features;
 }

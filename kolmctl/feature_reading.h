@@ -25,6 +25,8 @@ struct FeatureReading {
 
 /// The features that the camera has, in the order of their ids.
 ///
+/// Those that it does not answer for are left out, and told on the error stream unless the code means that it lacks
+/// them.
 /// @throws CallError when it answers for none
 [[nodiscard]] std::vector<const FeatureName*> PresentFeatures(kolmfluxor::IKolmFluxorPropertySet& camera);
 

@@ -117,11 +117,15 @@ void AddIdentity(IKolmFluxorPropertySet& camera, Findings* findings) {
     findings->Add({"version2", "version 2", Align::left}, version2.Cell());
 }
 
-/// A driver that does not answer for the white balance says that there is none, by whatever code.
-bool IsColor(IKolmFluxorPropertySet& camera) {
+/// Whether it is a color camera: one that has a white balance. Null when the driver does not tell.
+Json ColorCell(IKolmFluxorPropertySet& camera, Findings* findings) {
     BOOL present = FALSE;
-    return camera.IsFeaturePresent(static_cast<ULONG>(kolmfluxor::FeatureId::whiteBalanceUB), &present) == S_OK &&
-           present != FALSE;
+    const HRESULT hr = camera.IsFeaturePresent(static_cast<ULONG>(kolmfluxor::FeatureId::whiteBalanceUB), &present);
+    if (hr == S_OK || TellsAbsence(hr)) {
+        return present != FALSE;
+    }
+    findings->Note(hr, "cannot tell whether it is a color camera");
+    return {};
 }
 
 class InfoCommand final : public Command {
@@ -132,7 +136,7 @@ public:
         IKolmFluxorPropertySet& camera = session.PropertySet();
         Findings findings;
         AddIdentity(camera, &findings);
-        findings.Add({"color", "color", Align::left}, IsColor(camera));
+        findings.Add({"color", "color", Align::left}, ColorCell(camera, &findings));
         for (const Figure& figure : kFigures) {
             ULONG value = 0;
             const bool read = findings.Note(camera.GetProperty56Composite(figure.selector, &value),

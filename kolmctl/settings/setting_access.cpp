@@ -17,12 +17,6 @@ namespace {
 
 using kolmfluxor::FeatureId;
 
-/// Codes by which a driver says that the camera does not have what was asked for.
-bool TellsAbsence(HRESULT hr) {
-    return hr == E_NOTIMPL || hr == HRESULT_FROM_WIN32(ERROR_NOT_FOUND) ||
-           hr == HRESULT_FROM_WIN32(ERROR_INVALID_ADDRESS);
-}
-
 const FeatureName& NameOf(FeatureId id) {
     return *std::ranges::find(FeatureNames(), id, &FeatureName::id);
 }

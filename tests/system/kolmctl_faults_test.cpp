@@ -170,6 +170,35 @@ TEST_F(KolmctlFaults, the_list_of_cameras_needs_none_that_answers) {
     }
 }
 
+TEST_F(KolmctlFaults, a_feature_that_the_camera_does_not_answer_for_is_told) {
+    const std::vector<std::wstring> features = {L"--simulate", L"--tsv", L"features"};
+    const ProcessOutcome failing = KolmctlWithFaults(L"get 0 8007001F; get 4 8007001F", features);
+
+    EXPECT_EQ(failing.exitCode, kSuccess);
+    EXPECT_EQ(failing.out.find("\ngain\t"), std::string::npos);
+    EXPECT_THAT(failing.out, HasSubstr("\nhue\t"));
+    EXPECT_THAT(failing.err,
+                HasSubstr("kolmctl: the camera does not answer for brightness, gain: 0x8007001F ERROR_GEN_FAILURE"));
+
+    const ProcessOutcome lacking = KolmctlWithFaults(L"get 0 80070490", features);
+    EXPECT_EQ(lacking.exitCode, kSuccess);
+    EXPECT_EQ(lacking.out.find("\ngain\t"), std::string::npos);
+    EXPECT_EQ(lacking.err, "");
+}
+
+TEST_F(KolmctlFaults, whether_a_camera_is_a_color_camera_is_open_when_the_driver_does_not_tell) {
+    const std::vector<std::wstring> info = {L"--simulate", L"--json", L"info"};
+    const ProcessOutcome failing = KolmctlWithFaults(L"get 1 8007001F", info);
+
+    EXPECT_EQ(failing.exitCode, kSuccess);
+    EXPECT_THAT(failing.out, HasSubstr("\"color\": null"));
+    EXPECT_THAT(failing.err, HasSubstr("kolmctl: cannot tell whether it is a color camera: 0x8007001F"));
+
+    const ProcessOutcome lacking = KolmctlWithFaults(L"get 1 80070490", info);
+    EXPECT_THAT(lacking.out, HasSubstr("\"color\": false"));
+    EXPECT_EQ(lacking.err, "");
+}
+
 TEST_F(KolmctlFaults, a_trace_shows_the_request_that_failed) {
     const ProcessOutcome outcome =
         KolmctlWithFaults(L"set 0 8007001F", {L"--simulate", L"trace", L"set", L"gain", L"7"});

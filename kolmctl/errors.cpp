@@ -23,8 +23,9 @@ CallError::CallError(const std::string& failed, HRESULT hr, std::string hint)
     : Error(ExitCode::refused, failed + ": " + HResultText(hr), std::move(hint)), m_hr(hr) {}
 
 bool TellsAbsence(HRESULT hr) {
-    return hr == E_NOTIMPL || hr == HRESULT_FROM_WIN32(ERROR_NOT_FOUND) ||
-           hr == HRESULT_FROM_WIN32(ERROR_INVALID_ADDRESS);
+    constexpr HRESULT kNotFound = static_cast<HRESULT>(0x80070490);        // ERROR_NOT_FOUND
+    constexpr HRESULT kInvalidAddress = static_cast<HRESULT>(0x800701E7);  // ERROR_INVALID_ADDRESS
+    return hr == E_NOTIMPL || hr == kNotFound || hr == kInvalidAddress;
 }
 
 void Check(HRESULT hr, const std::string& failed) {

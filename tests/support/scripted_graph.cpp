@@ -193,16 +193,16 @@ public:
     HRESULT STDMETHODCALLTYPE SetBufferSamples(WINBOOL on) override {
         return Call(on ? "SetBufferSamples TRUE" : "SetBufferSamples FALSE");
     }
-    HRESULT STDMETHODCALLTYPE SetCallback(ISampleGrabberCB* callback, LONG method) override {
-        if (callback == nullptr) {
+    HRESULT STDMETHODCALLTYPE SetCallback(ISampleGrabberCB* given, LONG method) override {
+        if (given == nullptr) {
             Drop();
             return S_OK;  // not noted: that the callback is given up shows in its references
         }
         const HRESULT hr = Call("SetCallback " + std::to_string(method));
         if (FAILED(hr)) return hr;
         Drop();
-        callback->AddRef();
-        m_script.callback = callback;
+        given->AddRef();
+        m_script.callback = given;
         return hr;
     }
     HRESULT STDMETHODCALLTYPE GetConnectedMediaType(AM_MEDIA_TYPE*) override { return E_NOTIMPL; }

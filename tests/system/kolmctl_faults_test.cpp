@@ -85,20 +85,6 @@ TEST_P(KolmctlFailingDriver, says_why_when_the_camera_is_unplugged) {
     EXPECT_THAT(outcome, Fails(kRefused, "0x8007048F ERROR_DEVICE_NOT_CONNECTED"));
 }
 
-TEST_P(KolmctlFailingDriver, says_why_when_one_request_fails) {
-    bool over = false;
-    for (int n = 1; n <= 6 && !over; ++n) {
-        const std::wstring fault = L"any any #" + std::to_wstring(n) + L" 8007001F";
-        const ProcessOutcome outcome = KolmctlWithFaults(fault, Words());
-        if (outcome.exitCode == kSuccess) {
-            EXPECT_TRUE(GetParam().tolerant || n > 1) << "the first request failed";
-            over = !GetParam().tolerant;  // it has sent less than n requests
-        } else {
-            EXPECT_THAT(outcome, Fails(kRefused, "0x8007001F ERROR_GEN_FAILURE")) << "request " << n;
-        }
-    }
-}
-
 TEST_P(KolmctlFailingDriver, says_why_when_the_driver_answers_with_reservations) {
     if (!GetParam().asks || GetParam().tolerant) {
         return;

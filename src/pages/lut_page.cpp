@@ -148,7 +148,7 @@ void CKolmFluxorPage_Lut::OnLoadCsv() {
     const char* const failure = LoadFromFile();
     if (m_hwnd == nullptr) return;  // the frame has gone
     if (failure != nullptr) ::MessageBoxA(m_hwnd, failure, "LoadFromFile Error", MB_ICONEXCLAMATION);
-    if (m_hwnd == nullptr) return;  // it went with the message
+    if (m_hwnd == nullptr) return;  // cppcheck-suppress knownConditionTrueFalse ; it went with the message
     const bool loaded = failure == nullptr;
     m_toCamera.Enable(loaded);
     m_picture.Enable(loaded);

@@ -74,9 +74,7 @@ PixelPipeline::PixelPipeline(const RenderSettings& settings)
       m_color(settings.color),
       m_matrixOn(settings.color && settings.matrixOn),
       m_matrix(settings.matrix),
-      m_turns(settings.color && (settings.hue != kNeutralHue || settings.saturation != kNeutralSaturation)),
-      m_alongU(0),
-      m_acrossU(0) {
+      m_turns(settings.color && (settings.hue != kNeutralHue || settings.saturation != kNeutralSaturation)) {
     constexpr std::int32_t kNeutral = kNeutralHue;
     const std::int32_t degrees =
         std::clamp(static_cast<std::int32_t>(std::min(settings.hue, 1000U)) - kNeutral, -90, 90);

@@ -39,9 +39,9 @@ private:
     bool m_color;
     bool m_matrixOn;
     std::array<std::int32_t, 9> m_matrix;
-    bool m_turns;            ///< saturation or hue is not neutral
-    std::int32_t m_alongU;   ///< saturation x cosine of the angle, in 1/1024
-    std::int32_t m_acrossU;  ///< saturation x sine
+    bool m_turns;                ///< saturation or hue is not neutral
+    std::int32_t m_alongU = 0;   ///< saturation x cosine of the angle, in 1/1024
+    std::int32_t m_acrossU = 0;  ///< saturation x sine
 };
 
 }  // namespace kolmsim

@@ -16,6 +16,7 @@ struct Registry {
 };
 
 Registry& TheRegistry() {
+    // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): one list a process, behind its lock
     static Registry& registry = *new Registry;
     return registry;
 }

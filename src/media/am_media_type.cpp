@@ -87,6 +87,7 @@ CAMMediaType::CAMMediaType(CAMMediaType&& other) noexcept : m_type(std::move(oth
     other.Initialize();
 }
 
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the block is copied before the old one is let go
 CAMMediaType& CAMMediaType::operator=(const CAMMediaType& other) {
     return *this = other.m_type.Get();
 }
@@ -123,6 +124,7 @@ const VIDEOINFOHEADER& CAMMediaType::Header(const Accessor& accessor) const {
 }
 
 VIDEOINFOHEADER& CAMMediaType::Header(const Accessor& accessor) {
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): this object is not constant
     return const_cast<VIDEOINFOHEADER&>(std::as_const(*this).Header(accessor));
 }
 
@@ -246,6 +248,7 @@ void CAMMediaType::Height(LONG h) {
     FitSizes(header);
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): the header is this object's own
 void CAMMediaType::FitTarget(VIDEOINFOHEADER& header) {
     header.rcTarget = {0, 0, Width(), Height()};
 }

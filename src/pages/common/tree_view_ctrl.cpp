@@ -7,7 +7,8 @@ HTREEITEM CTreeViewCtrl::Insert(HTREEITEM parent, const char* text) const {
     place.hParent = parent;
     place.hInsertAfter = TVI_LAST;
     place.item.mask = TVIF_TEXT | TVIF_PARAM;
-    place.item.pszText = const_cast<char*>(text);  // which the control only reads
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): the control only reads it
+    place.item.pszText = const_cast<char*>(text);
     place.item.lParam = -1;
     return reinterpret_cast<HTREEITEM>(Send(m_id, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&place)));
 }

@@ -1,5 +1,7 @@
 #include "capture_pin.h"
 
+#include <utility>
+
 #include <vfwmsgs.h>
 
 #include "errors.h"
@@ -75,7 +77,7 @@ CaptureFormats CapturePin::Formats() const {
             continue;
         }
         if (inUse != nullptr && format->Covers(*inUse)) {
-            format->SetType(std::move(inUse));
+            format->SetType(std::exchange(inUse, nullptr));  // the first that covers it
             formats.current = formats.offered.size();
         }
         if (HasPosition(*format)) {

@@ -35,7 +35,7 @@ std::wstring DisplayName(IMoniker* moniker) {
     if (moniker->GetDisplayName(nullptr, nullptr, &name) != S_OK || name == nullptr) {
         return {};
     }
-    const std::wstring text = name;
+    std::wstring text = name;
     ::CoTaskMemFree(name);
     return text;
 }

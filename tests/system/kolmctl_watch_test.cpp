@@ -24,6 +24,14 @@ class KolmctlWatch : public KolmctlTest {
 protected:
     void SetAuto() const { ASSERT_TRUE(OpenCamera()->SetFeatureWord(kGain, kMode, kAutoBit)); }
 
+    /// What a run prints that ends as a success.
+    static std::string Output(const std::vector<std::wstring>& arguments) {
+        const ProcessOutcome outcome = Kolmctl(arguments);
+        EXPECT_EQ(outcome.exitCode, kSuccess);
+        EXPECT_EQ(outcome.err, "");
+        return outcome.out;
+    }
+
     static std::wstring Program() { return CModule::BesideTheTests(L"kolmctl.exe"); }
 };
 
@@ -48,44 +56,40 @@ std::vector<std::string> WithoutTimes(const std::string& text, const std::string
 TEST_F(KolmctlWatch, prints_the_values_at_first_and_then_each_change) {
     SetAuto();
 
-    const ProcessOutcome outcome =
-        Kolmctl({L"--simulate", L"--tsv", L"watch", L"gain", L"shutter", L"--interval", L"1", L"--count", L"3"});
+    const std::string output =
+        Output({L"--simulate", L"--tsv", L"watch", L"gain", L"shutter", L"--interval", L"1", L"--count", L"3"});
 
-    EXPECT_EQ(outcome.exitCode, kSuccess);
-    EXPECT_EQ(outcome.err, "");
     // In the automatic mode each request moves the value by 3: a look that asked twice would leave one out.
-    EXPECT_THAT(WithoutTimes(outcome.out, "\t"),
+    EXPECT_THAT(WithoutTimes(output, "\t"),
                 ElementsAre("\tfeature\tvalue\tmode", "\tgain\t67\tauto", "\tshutter\t500\tmanual", "\tgain\t70\tauto",
                             "\tgain\t73\tauto", "\tgain\t76\tauto"));
-    EXPECT_THAT(outcome.out, StartsWith("time\t"));
+    EXPECT_THAT(output, StartsWith("time\t"));
     EXPECT_EQ(Word(kGain, kValue), 76U);
 }
 
 TEST_F(KolmctlWatch, aligns_lines_for_people_before_it_knows_the_values) {
     SetAuto();
 
-    const ProcessOutcome outcome =
-        Kolmctl({L"--simulate", L"watch", L"gain", L"extended-shutter", L"--interval", L"1", L"--count", L"1"});
+    const std::string output =
+        Output({L"--simulate", L"watch", L"gain", L"extended-shutter", L"--interval", L"1", L"--count", L"1"});
 
-    EXPECT_EQ(outcome.exitCode, kSuccess) << outcome.err;
-    const std::vector<std::string> lines = Lines(outcome.out);
-    ASSERT_EQ(lines.size(), 4U) << outcome.out;
+    const std::vector<std::string> lines = Lines(output);
+    ASSERT_EQ(lines.size(), 4U) << output;
     EXPECT_EQ(lines[0], "TIME                           FEATURE                VALUE  MODE");
     EXPECT_THAT(lines[1], EndsWith("  gain                      67  auto"));
     EXPECT_THAT(lines[2], EndsWith("  extended-shutter       10000  manual"));
     EXPECT_THAT(lines[3], EndsWith("  gain                      70  auto"));
-    EXPECT_TRUE(std::ranges::all_of(lines, [](const auto& line) { return line.find("  ", 1) <= 29; })) << outcome.out;
+    EXPECT_TRUE(std::ranges::all_of(lines, [](const auto& line) { return line.find("  ", 1) <= 29; })) << output;
 }
 
 TEST_F(KolmctlWatch, prints_an_object_a_line_as_json) {
     SetAuto();
 
-    const ProcessOutcome outcome =
-        Kolmctl({L"--simulate", L"watch", L"gain", L"--interval", L"1", L"--count", L"1", L"--json"});
+    const std::string output =
+        Output({L"--simulate", L"watch", L"gain", L"--interval", L"1", L"--count", L"1", L"--json"});
 
-    EXPECT_EQ(outcome.exitCode, kSuccess) << outcome.err;
-    const std::vector<std::string> lines = Lines(outcome.out);
-    ASSERT_EQ(lines.size(), 2U) << outcome.out;
+    const std::vector<std::string> lines = Lines(output);
+    ASSERT_EQ(lines.size(), 2U) << output;
     const Json first = Json::parse(lines[0], nullptr, false);
     const Json second = Json::parse(lines[1], nullptr, false);
     EXPECT_EQ(first["feature"], "gain") << lines[0];
@@ -128,39 +132,37 @@ TEST_F(KolmctlWatch, tells_the_local_time_with_its_distance_to_utc) {
     SetAuto();
     const std::int64_t before = Now();
 
-    const ProcessOutcome outcome =
-        Kolmctl({L"--simulate", L"--tsv", L"watch", L"gain", L"--interval", L"200", L"--count", L"2"});
+    const std::string output =
+        Output({L"--simulate", L"--tsv", L"watch", L"gain", L"--interval", L"200", L"--count", L"2"});
 
     const std::int64_t after = Now();
-    const std::vector<std::string> lines = Lines(outcome.out);
-    ASSERT_EQ(lines.size(), 4U) << outcome.out << outcome.err;
+    const std::vector<std::string> lines = Lines(output);
+    ASSERT_EQ(lines.size(), 4U) << output;
     const auto time = [&](std::size_t line) { return Milliseconds(lines[line].substr(0, lines[line].find('\t'))); };
     EXPECT_GE(time(1), before - 20) << lines[1];
     EXPECT_LE(time(3), after + 20) << lines[3];
     // Two intervals after the first look, which may have taken its time; never before.
-    EXPECT_GE(time(3) - time(1), 2 * 200 - 100) << outcome.out;
+    EXPECT_GE(time(3) - time(1), 2 * 200 - 100) << output;
 }
 
 TEST_F(KolmctlWatch, asks_each_feature_once_a_look) {
-    const ProcessOutcome outcome = Kolmctl(
+    const std::string output = Output(
         {L"--simulate", L"--tsv", L"trace", L"watch", L"gain", L"shutter", L"--interval", L"60000", L"--for", L"0.1"});
 
-    EXPECT_EQ(outcome.exitCode, kSuccess) << outcome.err;
-    const std::vector<std::string> lines = Lines(outcome.out);
-    ASSERT_EQ(lines.size(), 7U) << outcome.out;
+    const std::vector<std::string> lines = Lines(output);
+    ASSERT_EQ(lines.size(), 7U) << output;
     EXPECT_THAT(lines[4], StartsWith("number\t"));
     EXPECT_THAT(lines[5], StartsWith("1\tGET\t0\t64\t"));
     EXPECT_THAT(lines[6], StartsWith("2\tGET\t5\t64\t"));
 }
 
 TEST_F(KolmctlWatch, asks_the_driver_at_every_look) {
-    const ProcessOutcome outcome =
-        Kolmctl({L"--simulate", L"--tsv", L"trace", L"watch", L"gain", L"--interval", L"1", L"--for", L"0.5"});
+    const std::string output =
+        Output({L"--simulate", L"--tsv", L"trace", L"watch", L"gain", L"--interval", L"1", L"--for", L"0.5"});
 
-    EXPECT_EQ(outcome.exitCode, kSuccess) << outcome.err;
     // Nothing changes, so there is one line about the gain; the rest are requests.
-    const std::vector<std::string> lines = Lines(outcome.out);
-    ASSERT_GT(lines.size(), 6U) << outcome.out;
+    const std::vector<std::string> lines = Lines(output);
+    ASSERT_GT(lines.size(), 6U) << output;
     EXPECT_THAT(lines[1], EndsWith("\tgain\t64\tmanual"));
     for (std::size_t i = 4; i < lines.size(); ++i) {
         EXPECT_THAT(lines[i], StartsWith(std::to_string(i - 3) + "\tGET\t0\t64\t"));
@@ -170,39 +172,36 @@ TEST_F(KolmctlWatch, asks_the_driver_at_every_look) {
 TEST_F(KolmctlWatch, sees_that_a_mode_ends_by_itself) {
     ASSERT_EQ(Kolmctl({L"--simulate", L"set", L"gain", L"--mode", L"one-push"}).exitCode, kSuccess);
 
-    const ProcessOutcome outcome =
-        Kolmctl({L"--simulate", L"--tsv", L"watch", L"gain", L"--interval", L"1", L"--count", L"2"});
+    const std::string output =
+        Output({L"--simulate", L"--tsv", L"watch", L"gain", L"--interval", L"1", L"--count", L"2"});
 
     // Three looks move the value, the first of which was the one after the setting; the fourth finds the mode changed.
-    EXPECT_THAT(WithoutTimes(outcome.out, "\t"), ElementsAre("\tfeature\tvalue\tmode", "\tgain\t70\tone-push",
-                                                             "\tgain\t73\tone-push", "\tgain\t73\tmanual"));
+    EXPECT_THAT(WithoutTimes(output, "\t"), ElementsAre("\tfeature\tvalue\tmode", "\tgain\t70\tone-push",
+                                                        "\tgain\t73\tone-push", "\tgain\t73\tmanual"));
 }
 
 TEST_F(KolmctlWatch, without_features_watches_all_that_the_camera_has) {
-    const ProcessOutcome outcome = Kolmctl({L"--simulate=mono", L"--tsv", L"watch", L"--for", L"0.001"});
+    const std::string output = Output({L"--simulate=mono", L"--tsv", L"watch", L"--for", L"0.001"});
 
-    EXPECT_EQ(outcome.exitCode, kSuccess) << outcome.err;
-    EXPECT_EQ(Lines(outcome.out).size(), 1U + 22U) << outcome.out;
-    EXPECT_THAT(outcome.out, AllOf(HasSubstr("\tbrightness\t16\tmanual\n"), HasSubstr("\tiso-channel\t5\tauto\n")));
-    EXPECT_THAT(outcome.out, Not(HasSubstr("\thue\t")));
+    EXPECT_EQ(Lines(output).size(), 1U + 22U) << output;
+    EXPECT_THAT(output, AllOf(HasSubstr("\tbrightness\t16\tmanual\n"), HasSubstr("\tiso-channel\t5\tauto\n")));
+    EXPECT_THAT(output, Not(HasSubstr("\thue\t")));
 }
 
 TEST_F(KolmctlWatch, watches_a_feature_that_is_named_twice_once) {
-    const ProcessOutcome outcome =
-        Kolmctl({L"--simulate", L"--tsv", L"watch", L"gain", L"265", L"GAIN", L"--for", L"0.001"});
+    const std::string output =
+        Output({L"--simulate", L"--tsv", L"watch", L"gain", L"265", L"GAIN", L"--for", L"0.001"});
 
-    EXPECT_EQ(outcome.exitCode, kSuccess) << outcome.err;
-    EXPECT_EQ(Lines(outcome.out).size(), 2U) << outcome.out;
+    EXPECT_EQ(Lines(output).size(), 2U) << output;
 }
 
 TEST_F(KolmctlWatch, ends_after_its_time_though_the_interval_is_longer) {
     const auto start = std::chrono::steady_clock::now();
 
-    const ProcessOutcome outcome =
-        Kolmctl({L"--simulate", L"--tsv", L"watch", L"gain", L"--interval", L"3600000", L"--for", L"1.5"});
+    const std::string output =
+        Output({L"--simulate", L"--tsv", L"watch", L"gain", L"--interval", L"3600000", L"--for", L"1.5"});
 
-    EXPECT_EQ(outcome.exitCode, kSuccess) << outcome.err;
-    EXPECT_EQ(Lines(outcome.out).size(), 2U) << outcome.out;
+    EXPECT_EQ(Lines(output).size(), 2U) << output;
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1500));
 }
 

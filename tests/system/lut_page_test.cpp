@@ -1,19 +1,14 @@
 /// @file  A look-up table's whole way: a file, the page "LUT" in a property frame, the camera, its next picture.
 
-#include "system/support_kolmctl.h"
+#include "system/property_frame_fixture.h"
 
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
-#include <memory>
 #include <vector>
-
-#include "system/capture_filter_fixture.h"  // first of the platform's: the others need its windows.h
 
 #include <kolmfluxor/identifiers.h>
 
-#include "frame/frame_page.h"
-#include "frame/property_frame.h"
 #include "frame/resource.h"
 #include "frame/window_picture.h"
 #include "support/lut_text_file.h"
@@ -22,9 +17,7 @@
 namespace kolmfluxor::test {
 namespace {
 
-using kolmctl::FramePage;
 using kolmctl::PropertyFrame;
-using Microsoft::WRL::ComPtr;
 
 constexpr int kEnable = 1055;
 constexpr int kLoad = 1063;
@@ -32,30 +25,8 @@ constexpr int kToCamera = 1064;
 constexpr int kNumber = 1152;
 constexpr int kLoaded = 1159;
 
-class LutJourney : public KolmctlTest {
+class LutJourney : public PropertyFrameTest {
 protected:
-    void SetUp() override {
-        KolmctlTest::SetUp();
-        m_filter = BindDevice(kColorCameraName);
-        ASSERT_NE(m_filter, nullptr);
-    }
-    void TearDown() override {
-        m_filter.Reset();
-        EXPECT_EQ(CModule::Get().CanUnloadNow(), S_OK) << "a page or the property set is left";
-        KolmctlTest::TearDown();
-    }
-
-    /// kolmctl's frame with the page "LUT", shown and painted.
-    [[nodiscard]] std::unique_ptr<PropertyFrame> OpenFrame() const {
-        std::vector<std::unique_ptr<FramePage>> pages;
-        pages.push_back(std::make_unique<FramePage>(CLSID_KolmFluxorPage_Lut));
-        pages.back()->Connect(*m_filter.Get());
-        auto frame = std::make_unique<PropertyFrame>(L"frame", std::move(pages));
-        frame->Show();
-        frame->Settle();
-        return frame;
-    }
-
     static HWND Control(const PropertyFrame& frame, int id) {
         HWND const page = ::GetWindow(::GetDlgItem(frame.Window(), IDC_PAGE_AREA), GW_CHILD);
         HWND const control = ::GetDlgItem(page, id);
@@ -89,8 +60,6 @@ protected:
                                                .sizeBytes = pixels.size()}));
         return pixels;
     }
-
-    ComPtr<IBaseFilter> m_filter;
 };
 
 /// For whoever wants to look at it: the page with its curve, as a picture.
@@ -110,7 +79,7 @@ TEST_F(LutJourney, a_file_loaded_and_uploaded_on_the_page_shows_in_the_next_pict
                : lut == 1 ? static_cast<unsigned>(4095 - row)
                           : static_cast<unsigned>(4095 * std::pow(level, 0.45));
     }));
-    const auto frame = OpenFrame();
+    const auto frame = OpenFrame(CLSID_KolmFluxorPage_Lut);
 
     CModalUser user(file.Path());
     Click(*frame, kLoad);

@@ -1,6 +1,6 @@
 /// @file  Property frames around the camera's pages: kolmctl's own, and the system's.
 
-#include "system/support_kolmctl.h"
+#include "system/property_frame_fixture.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -12,8 +12,6 @@
 #include <utility>
 #include <vector>
 
-#include "system/capture_filter_fixture.h"  // first of the platform's: the others need its windows.h
-
 #include <commctrl.h>
 #include <olectl.h>
 
@@ -21,8 +19,6 @@
 #include <kolmfluxor/identifiers.h>
 #include <kolmfluxor/property_set.h>
 
-#include "frame/frame_page.h"
-#include "frame/property_frame.h"
 #include "frame/resource.h"
 #include "frame/window_picture.h"
 #include "support/repeating_thread.h"
@@ -31,7 +27,6 @@
 namespace kolmfluxor::test {
 namespace {
 
-using kolmctl::FramePage;
 using kolmctl::PropertyFrame;
 using Microsoft::WRL::ComPtr;
 
@@ -61,33 +56,11 @@ void MoveMouse(HWND window, POINT place, DWORD buttons) {
     ::SendInput(1, &input, sizeof input);
 }
 
-/// The filter of the simulated color camera; nothing of it may be left at the end.
-class PropertyFrameTest : public KolmctlTest {
+/// A frame with the page "Exposure".
+class ExposureFrameTest : public PropertyFrameTest {
 protected:
-    void SetUp() override {
-        KolmctlTest::SetUp();
-        m_filter = BindDevice(kColorCameraName);
-        ASSERT_NE(m_filter, nullptr);
-    }
-
-    void TearDown() override {
-        m_filter.Reset();
-        EXPECT_EQ(CModule::Get().CanUnloadNow(), S_OK) << "a page or the property set is left";
-        EXPECT_EQ(CallFilterLibrary("DllCanUnloadNow"), S_OK) << "the filter is left";
-        KolmctlTest::TearDown();
-    }
-
-    /// A frame with the page "Exposure" in each of its tabs, shown and painted.
     [[nodiscard]] std::unique_ptr<PropertyFrame> OpenFrame(std::size_t tabs = 1) const {
-        std::vector<std::unique_ptr<FramePage>> pages;
-        for (std::size_t i = 0; i < tabs; ++i) {
-            pages.push_back(std::make_unique<FramePage>(CLSID_KolmFluxorPage_Exposure));
-            pages.back()->Connect(*m_filter.Get());
-        }
-        auto frame = std::make_unique<PropertyFrame>(L"frame", std::move(pages));
-        frame->Show();
-        frame->Settle();
-        return frame;
+        return PropertyFrameTest::OpenFrame(CLSID_KolmFluxorPage_Exposure, tabs);
     }
 
     /// The pages' dialogs in a frame, those with windows, in the order of their making.
@@ -117,11 +90,9 @@ protected:
         EXPECT_EQ(camera->GetFeatureValue(static_cast<ULONG>(FeatureId::brightness), &value), S_OK);
         return value;
     }
-
-    ComPtr<IBaseFilter> m_filter;
 };
 
-class OwnFrame : public PropertyFrameTest {};
+class OwnFrame : public ExposureFrameTest {};
 
 /// The ways out of the frame.
 void PressOk(const PropertyFrame& frame) {
@@ -307,7 +278,7 @@ private:
     CRepeatingThread m_presser{[this] { Press(); }};  // last: it uses what is above
 };
 
-class SystemFrame : public PropertyFrameTest {};
+class SystemFrame : public ExposureFrameTest {};
 
 TEST_F(SystemFrame, opened_and_closed_50_times_leaves_no_more_than_the_system_does_by_itself) {
     constexpr ULONG kTimes = 50;

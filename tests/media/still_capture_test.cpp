@@ -169,7 +169,7 @@ TEST_F(StillCapture, samples_of_other_lengths_than_the_first_are_dropped) {
     EXPECT_EQ(Picture(), kFirst);
 }
 
-TEST_F(StillCapture, waits_for_a_sample_of_another_thread) {
+TEST_F(StillCapture, waits_without_a_limit_for_a_sample_of_another_thread) {
     Select();
     m_graph->samples.clear();
     std::thread stream;

@@ -39,23 +39,28 @@ inline CWireRequest Block(const ULONG* data, std::size_t quadlets, bool swap16 =
     return block;
 }
 
+/// From now on register reads answer these values in this order, and every other request is taken.
+inline void ScriptReads(kolmsim::ISimulatedCamera& camera, std::initializer_list<ULONG> reads) {
+    camera.AddFault({.nth = 0, .action = kolmsim::SimFaultAction::answer, .code = S_OK});
+    int nth = 0;
+    for (const ULONG value : reads) {
+        camera.AddFault({.nth = ++nth,
+                         .id = kRegisterId,
+                         .flags = 1,
+                         .action = kolmsim::SimFaultAction::patchAnswer,
+                         .code = S_OK,
+                         .offset = 28,
+                         .word = value});
+    }
+}
+
 /// A driver that takes everything and reads registers from a short list.
 class ScriptedRegisters : public PropertySetTest {
 protected:
     /// Starts over: register reads answer these values in this order, every write is taken.
     void Script(std::initializer_list<ULONG> reads) {
         Renew(L"color");
-        Camera().AddFault({.nth = 0, .action = kolmsim::SimFaultAction::answer, .code = S_OK});
-        int nth = 0;
-        for (const ULONG value : reads) {
-            Camera().AddFault({.nth = ++nth,
-                               .id = kRegisterId,
-                               .flags = 1,
-                               .action = kolmsim::SimFaultAction::patchAnswer,
-                               .code = S_OK,
-                               .offset = 28,
-                               .word = value});
-        }
+        ScriptReads(Camera(), reads);
     }
 
     static std::vector<ULONG> Data(std::size_t quadlets) {

@@ -25,6 +25,11 @@ constexpr int kControlGroup = 1161;
 constexpr ULONG kLutControlId = 31;
 constexpr ULONG kLutBitsId = 63;
 
+using Messages = std::vector<SeenMessage>;
+
+/// What the page says of a table whose size is not that of the camera's.
+constexpr const char* kNotEqual = "LUT elements count and found elements are not equal";
+
 /// A color camera and its LUT page.
 class LutPage : public PageTest {
 protected:
@@ -45,13 +50,13 @@ protected:
     }
 
     /// The user loads a file. @return  what the page said
-    static std::vector<SeenMessage> Load(CPageHost& page, const std::string& content) {
+    static Messages Load(CPageHost& page, const std::string& content) {
         const CLutTextFile file(content);
         CModalUser user(file.Path());
         page.Click(kLoad);
         return user.Messages();
     }
-    static std::vector<SeenMessage> Said(const char* text) { return {{"LoadFromFile Error", text}}; }
+    static Messages Said(const char* text) { return {{"LoadFromFile Error", text}}; }
 
     /// Runs all messages that wait, paint messages among them.
     static void Settle(const CPageHost& page) {

@@ -6,6 +6,10 @@
 #include <string>
 #include <vector>
 
+#include <windows.h>
+
+#include <commctrl.h>
+
 #include "support/page_host.h"
 
 namespace kolmfluxor::test {
@@ -37,6 +41,30 @@ protected:
         std::array<char, 64> name{};
         ::GetClassNameA(page.Control(id), name.data(), static_cast<int>(name.size()));
         return name.data();
+    }
+
+    /// The group's controls show the feature as the camera has it.
+    void ExpectShows(const CPageHost& page, const GroupRow& row) {
+        EXPECT_EQ(page.Text(row.group), row.caption);
+        EXPECT_EQ(page.Text(row.min), Number(WordOf(row.driverId, 36)));
+        EXPECT_EQ(page.Text(row.max), Number(WordOf(row.driverId, 40)));
+        EXPECT_EQ(page.Text(row.edit), Number(WordOf(row.driverId)));
+        EXPECT_EQ(page.Position(row.slider), static_cast<LONG>(WordOf(row.driverId)));
+        EXPECT_EQ(page.RangeMin(row.slider), static_cast<LONG>(WordOf(row.driverId, 36)));
+        EXPECT_EQ(page.RangeMax(row.slider), static_cast<LONG>(WordOf(row.driverId, 40)));
+        EXPECT_EQ(::SendMessageA(page.Control(row.slider), TBM_GETLINESIZE, 0, 0), 1);
+        EXPECT_EQ(::SendMessageA(page.Control(row.slider), TBM_GETPAGESIZE, 0, 0), 10);
+        EXPECT_TRUE(page.IsEnabled(row.group));
+    }
+    /// The group's controls are of the classes that its code counts on; its number can't be typed.
+    static void ExpectClasses(const CPageHost& page, const GroupRow& row) {
+        EXPECT_EQ(ClassOf(page, row.group), "Button");
+        EXPECT_EQ(ClassOf(page, row.min), "Static");
+        EXPECT_EQ(ClassOf(page, row.max), "Static");
+        EXPECT_EQ(ClassOf(page, row.slider), TRACKBAR_CLASSA);
+        EXPECT_EQ(ClassOf(page, row.edit), "Edit");
+        EXPECT_NE(::GetWindowLongA(page.Control(row.edit), GWL_STYLE) & ES_READONLY, 0);
+        EXPECT_EQ(ClassOf(page, row.mode), "ComboBox");
     }
 
     /// What the camera sees now, 24 bits a pixel.

@@ -38,13 +38,7 @@ TEST_F(ColorPage, shows_each_group_as_the_camera_has_it) {
     const auto page = Open();
     for (const GroupRow& row : kGroups) {
         SCOPED_TRACE(row.caption);
-        EXPECT_EQ(page->Text(row.group), row.caption);
-        EXPECT_EQ(page->Text(row.min), Number(WordOf(row.driverId, 36)));
-        EXPECT_EQ(page->Text(row.max), Number(WordOf(row.driverId, 40)));
-        EXPECT_EQ(page->Text(row.edit), Number(WordOf(row.driverId)));
-        EXPECT_EQ(page->Position(row.slider), static_cast<LONG>(WordOf(row.driverId)));
-        EXPECT_EQ(page->RangeMin(row.slider), static_cast<LONG>(WordOf(row.driverId, 36)));
-        EXPECT_EQ(page->RangeMax(row.slider), static_cast<LONG>(WordOf(row.driverId, 40)));
+        ExpectShows(*page, row);
         EXPECT_EQ(page->Selected(row.mode), "Manual");
         for (const int id : {row.group, row.min, row.max, row.slider, row.edit, row.mode})
             EXPECT_TRUE(page->IsEnabled(id)) << id;
@@ -329,13 +323,7 @@ TEST_F(ColorPage, every_control_has_the_right_window_class) {
     const auto page = Open();
     for (const GroupRow& row : kGroups) {
         SCOPED_TRACE(row.caption);
-        EXPECT_EQ(ClassOf(*page, row.group), "Button");
-        EXPECT_EQ(ClassOf(*page, row.min), "Static");
-        EXPECT_EQ(ClassOf(*page, row.max), "Static");
-        EXPECT_EQ(ClassOf(*page, row.slider), TRACKBAR_CLASSA);
-        EXPECT_EQ(ClassOf(*page, row.edit), "Edit");
-        EXPECT_NE(::GetWindowLongA(page->Control(row.edit), GWL_STYLE) & ES_READONLY, 0);
-        EXPECT_EQ(ClassOf(*page, row.mode), "ComboBox");
+        ExpectClasses(*page, row);
     }
     EXPECT_EQ(ClassOf(*page, kMatrixGroup), "Button");
     EXPECT_EQ(ClassOf(*page, kMatrixMode), "ComboBox");

@@ -29,16 +29,7 @@ TEST_F(ExposurePage, shows_each_group_as_the_camera_has_it) {
     const auto page = Open();
     for (const GroupRow& row : kGroups) {
         SCOPED_TRACE(row.caption);
-        EXPECT_EQ(page->Text(row.group), row.caption);
-        EXPECT_EQ(page->Text(row.min), Number(WordOf(row.driverId, 36)));
-        EXPECT_EQ(page->Text(row.max), Number(WordOf(row.driverId, 40)));
-        EXPECT_EQ(page->Text(row.edit), Number(WordOf(row.driverId)));
-        EXPECT_EQ(page->Position(row.slider), static_cast<LONG>(WordOf(row.driverId)));
-        EXPECT_EQ(page->RangeMin(row.slider), static_cast<LONG>(WordOf(row.driverId, 36)));
-        EXPECT_EQ(page->RangeMax(row.slider), static_cast<LONG>(WordOf(row.driverId, 40)));
-        EXPECT_EQ(::SendMessageA(page->Control(row.slider), TBM_GETLINESIZE, 0, 0), 1);
-        EXPECT_EQ(::SendMessageA(page->Control(row.slider), TBM_GETPAGESIZE, 0, 0), 10);
-        EXPECT_TRUE(page->IsEnabled(row.group));
+        ExpectShows(*page, row);
     }
     EXPECT_EQ(page->Text(kShutterGroup), "Shutter");
 }
@@ -371,13 +362,7 @@ TEST_F(ExposurePage, every_control_has_the_right_window_class) {
         {"Shutter", kShutterId, kShutterGroup, kShutterMin, kShutterMax, kShutterSlider, kShutterEdit, kShutterMode});
     for (const GroupRow& row : rows) {
         SCOPED_TRACE(row.caption);
-        EXPECT_EQ(classOf(row.group), "Button");
-        EXPECT_EQ(classOf(row.min), "Static");
-        EXPECT_EQ(classOf(row.max), "Static");
-        EXPECT_EQ(classOf(row.slider), TRACKBAR_CLASSA);
-        EXPECT_EQ(classOf(row.edit), "Edit");
-        EXPECT_NE(::GetWindowLongA(page->Control(row.edit), GWL_STYLE) & ES_READONLY, 0);
-        EXPECT_EQ(classOf(row.mode), "ComboBox");
+        ExpectClasses(*page, row);
     }
     EXPECT_EQ(classOf(kExtd), "Button");
     EXPECT_EQ(classOf(kTimeBase), "ComboBox");

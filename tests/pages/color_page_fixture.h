@@ -53,6 +53,12 @@ protected:
         EXPECT_TRUE(Camera().PeekRegister(address, &word));
         return static_cast<int>(word);
     }
+    static void ExpectMatrixEnabled(const CPageHost& page, bool enabled) {
+        for (const CoefficientRow& row : kCoefficients) {
+            EXPECT_EQ(page.IsEnabled(row.edit), enabled) << row.edit;
+            EXPECT_EQ(page.IsEnabled(row.upDown), enabled) << row.upDown;
+        }
+    }
     /// Puts a text into an edit at once, as a program does; the edit reports it.
     static void SetText(const CPageHost& page, int edit, const std::string& text) {
         ::SetWindowTextA(page.Control(edit), text.c_str());

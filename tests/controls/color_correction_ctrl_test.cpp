@@ -6,6 +6,7 @@
 
 #include <limits>
 #include <map>
+#include <optional>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -216,44 +217,30 @@ TEST_F(ColorCorrection, a_switch_that_is_not_told_counts_as_off) {
     EXPECT_EQ(m_group.SelectedMode(), 0u);
 }
 
-/// Passes the edits' reports on to the group, as the page does.
+/// Passes the edits' reports on to the group, as the page does, and counts them.
 class CReporting {
 public:
-    CReporting(HWND window, CColorCorrectionCtrl& group, CScriptedCamera& camera) : m_window(window) {
-        s_group = &group;
-        s_camera = &camera;
-        s_changes = 0;
-        s_original = reinterpret_cast<WNDPROC>(
-            ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
-    }
-    ~CReporting() { ::SetWindowLongPtrA(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(s_original)); }
-    CReporting(const CReporting&) = delete;
-    CReporting& operator=(const CReporting&) = delete;
+    CReporting(HWND window, CColorCorrectionCtrl& group, CScriptedCamera& camera)
+        : m_seen(window, [&, this](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+              if (message == WM_COMMAND && HIWORD(wParam) == EN_CHANGE) {
+                  ++m_changes;
+                  group.OnEdited(LOWORD(wParam), &camera);
+              }
+              return std::nullopt;
+          }) {}
 
-    [[nodiscard]] static int Changes() { return s_changes; }
+    [[nodiscard]] int Changes() const { return m_changes; }
 
 private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        if (message == WM_COMMAND && HIWORD(wParam) == EN_CHANGE) {
-            ++s_changes;
-            s_group->OnEdited(LOWORD(wParam), s_camera);
-        }
-        return ::CallWindowProcA(s_original, window, message, wParam, lParam);
-    }
-
-    static inline CColorCorrectionCtrl* s_group;
-    static inline CScriptedCamera* s_camera;
-    static inline WNDPROC s_original;
-    static inline int s_changes;
-
-    HWND m_window;
+    int m_changes = 0;
+    CSeenMessages m_seen;
 };
 
 TEST_F(ColorCorrection, a_refresh_takes_its_own_changes_for_nobodys) {
     const CReporting reporting(m_window.Handle(), m_group, m_camera);
 
     EXPECT_EQ(m_group.Refresh(&m_camera), S_OK);
-    EXPECT_EQ(CReporting::Changes(), 9) << "the edits do report";
+    EXPECT_EQ(reporting.Changes(), 9) << "the edits do report";
     EXPECT_EQ(m_camera.calls, kRefresh) << "nothing was written";
 
     m_camera.calls.clear();
@@ -276,83 +263,42 @@ TEST_F(ColorCorrection, a_minimum_above_the_maximum_clamps_once) {
     }
 }
 
-/// An up-down that puts a number into its edit as soon as it gets a range.
-class CEagerUpDown {
-public:
-    CEagerUpDown(HWND upDown, int edit) : m_upDown(upDown) {
-        s_edit = edit;
-        s_original = reinterpret_cast<WNDPROC>(
-            ::SetWindowLongPtrA(upDown, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
-    }
-    ~CEagerUpDown() { ::SetWindowLongPtrA(m_upDown, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(s_original)); }
-    CEagerUpDown(const CEagerUpDown&) = delete;
-    CEagerUpDown& operator=(const CEagerUpDown&) = delete;
-
-private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        if (message == UDM_SETRANGE32) {
-            ::SetDlgItemInt(::GetParent(window), s_edit, static_cast<UINT>(wParam), TRUE);
-        }
-        return ::CallWindowProcA(s_original, window, message, wParam, lParam);
-    }
-
-    static inline int s_edit;
-    static inline WNDPROC s_original;
-
-    HWND m_upDown;
-};
-
 TEST_F(ColorCorrection, a_number_that_a_new_range_puts_into_an_edit_is_nobodys) {
     const CReporting reporting(m_window.Handle(), m_group, m_camera);
-    const CEagerUpDown upDown(::GetDlgItem(m_window.Handle(), 304), 204);
+    const CSeenMessages eagerUpDown(::GetDlgItem(m_window.Handle(), 304),
+                                    [&](UINT message, WPARAM wParam, LPARAM) -> std::optional<LRESULT> {
+                                        // Puts a number into its edit as soon as it gets a range.
+                                        if (message == UDM_SETRANGE32)
+                                            ::SetDlgItemInt(m_window.Handle(), 204, static_cast<UINT>(wParam), TRUE);
+                                        return std::nullopt;
+                                    });
 
     m_group.SetRange(-7, 7);
 
-    EXPECT_EQ(CReporting::Changes(), 1) << "the edit does report";
+    EXPECT_EQ(reporting.Changes(), 1) << "the edit does report";
     EXPECT_EQ(m_window.Text(204), "-7");
     EXPECT_EQ(m_camera.calls, std::vector<std::string>{});
     ::SetDlgItemTextA(m_window.Handle(), 204, "5");
     EXPECT_EQ(m_camera.calls, std::vector<std::string>{"write 16 5"}) << "the user's, again";
 }
 
-/// An edit whose undo brings back the same text, and reports it as a change.
-class CStubbornEdit {
-public:
-    explicit CStubbornEdit(HWND edit) : m_edit(edit) {
-        s_undos = 0;
-        s_original =
-            reinterpret_cast<WNDPROC>(::SetWindowLongPtrA(edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
-    }
-    ~CStubbornEdit() { ::SetWindowLongPtrA(m_edit, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(s_original)); }
-    CStubbornEdit(const CStubbornEdit&) = delete;
-    CStubbornEdit& operator=(const CStubbornEdit&) = delete;
-
-    [[nodiscard]] static int Undos() { return s_undos; }
-
-private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        constexpr int kEnough = 10;  // without an end the stack would be used up
-        if (message != EM_UNDO) return ::CallWindowProcA(s_original, window, message, wParam, lParam);
-        if (++s_undos < kEnough) {
-            ::SendMessageA(::GetParent(window), WM_COMMAND, MAKEWPARAM(::GetDlgCtrlID(window), EN_CHANGE),
-                           reinterpret_cast<LPARAM>(window));
-        }
-        return TRUE;
-    }
-
-    static inline WNDPROC s_original;
-    static inline int s_undos;
-
-    HWND m_edit;
-};
-
 TEST_F(ColorCorrection, an_undo_that_brings_back_no_number_is_not_undone_again) {
     const CReporting reporting(m_window.Handle(), m_group, m_camera);
-    const CStubbornEdit edit(::GetDlgItem(m_window.Handle(), 201));
+    HWND const edit = ::GetDlgItem(m_window.Handle(), 201);
+    constexpr int kEnough = 10;  // without an end the stack would be used up
+    int undos = 0;
+    const CSeenMessages stubborn(edit, [&](UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+        if (message != EM_UNDO) return std::nullopt;
+        // The same text again, reported as a change.
+        if (++undos < kEnough) {
+            ::SendMessageA(m_window.Handle(), WM_COMMAND, MAKEWPARAM(201, EN_CHANGE), reinterpret_cast<LPARAM>(edit));
+        }
+        return TRUE;
+    });
     for (const char* text : {"abc", "x"}) {
-        const int before = CStubbornEdit::Undos();
+        undos = 0;
         ::SetDlgItemTextA(m_window.Handle(), 201, text);
-        EXPECT_EQ(CStubbornEdit::Undos(), before + 1) << text;
+        EXPECT_EQ(undos, 1) << text;
     }
     EXPECT_TRUE(m_camera.calls.empty());
 }

@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include <windows.h>
 
@@ -46,30 +49,48 @@ private:
     HWND m_window = nullptr;
 };
 
-/// Answers chosen messages of a control with a fixed result, as a control does that fails.
-class CRefusingControl {
+/// Sees a window's messages before the window does, as long as it lives. One for a window at a time.
+class CSeenMessages {
 public:
-    CRefusingControl(HWND control, UINT message, LRESULT result) : m_control(control) {
-        s_message = message;
-        s_result = result;
-        s_original = reinterpret_cast<WNDPROC>(
-            ::SetWindowLongPtrA(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
+    /// What is done with a message; without a result the window goes on with it.
+    using Handler = std::function<std::optional<LRESULT>(UINT message, WPARAM wParam, LPARAM lParam)>;
+
+    CSeenMessages(HWND window, Handler handler) : m_window(window), m_handler(std::move(handler)) {
+        EXPECT_EQ(::GetPropA(window, kProperty), nullptr) << "somebody sees them already";
+        EXPECT_TRUE(::SetPropA(window, kProperty, this));
+        m_original = reinterpret_cast<WNDPROC>(
+            ::SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
     }
-    ~CRefusingControl() { ::SetWindowLongPtrA(m_control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(s_original)); }
-    CRefusingControl(const CRefusingControl&) = delete;
-    CRefusingControl& operator=(const CRefusingControl&) = delete;
+    ~CSeenMessages() {
+        ::SetWindowLongPtrA(m_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(m_original));
+        ::RemovePropA(m_window, kProperty);
+    }
+    CSeenMessages(const CSeenMessages&) = delete;
+    CSeenMessages& operator=(const CSeenMessages&) = delete;
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        if (message == s_message) return s_result;
-        return ::CallWindowProcA(s_original, window, message, wParam, lParam);
+        const auto& self = *static_cast<CSeenMessages*>(::GetPropA(window, kProperty));
+        const std::optional<LRESULT> result = self.m_handler(message, wParam, lParam);
+        return result.has_value() ? *result : ::CallWindowProcA(self.m_original, window, message, wParam, lParam);
     }
 
-    static inline UINT s_message = 0;
-    static inline LRESULT s_result = 0;
-    static inline WNDPROC s_original = nullptr;
+    static constexpr char kProperty[] = "KolmSeenMessages";
 
-    HWND m_control;
+    HWND m_window;
+    Handler m_handler;
+    WNDPROC m_original = nullptr;
+};
+
+/// Answers one message of a control with a fixed result, as a control does that fails.
+class CRefusingControl {
+public:
+    CRefusingControl(HWND control, UINT message, LRESULT result)
+        : m_seen(control,
+                 [=](UINT sent, WPARAM, LPARAM) { return sent == message ? std::optional(result) : std::nullopt; }) {}
+
+private:
+    CSeenMessages m_seen;
 };
 
 }  // namespace kolmfluxor::test

@@ -226,7 +226,7 @@ TYPED_TEST(ComboBoxes, add_and_select_by_data) {
     EXPECT_EQ(this->m_combo.SelectedValue(), 1u) << "none: the selection stays";
 }
 
-TYPED_TEST(ComboBoxes, say_what_failed) {
+TYPED_TEST(ComboBoxes, say_what_failed_in_these_spellings) {
     auto& combo = this->m_combo;
     const auto add = [&] { combo.AddValue("x", 1); };
     const auto select = [&] { combo.SelectValue(1); };

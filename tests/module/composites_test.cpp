@@ -77,6 +77,19 @@ TEST_F(Composites, property_10_repeats_six_words_even_into_one_place) {
     EXPECT_EQ(w[6], 0x77u);
 }
 
+TEST_F(Composites, property_10_is_never_a_success) {
+    for (const HRESULT code : {S_OK, S_FALSE, E_ACCESSDENIED}) {
+        Script({});
+        Object().Patch(10, 24, 0x77, code);
+        ULONG w = 0;
+
+        EXPECT_EQ(Object()->GetProperty10Block(&w, &w, &w, &w, &w, &w, &w, &w, &w, &w, &w, &w, &w), E_NOTIMPL) << code;
+
+        EXPECT_EQ(w, SUCCEEDED(code) ? 0x77u : 0u) << code;
+        EXPECT_EQ(Object().Sent().size(), 1u);
+    }
+}
+
 TEST_F(Composites, an_index_beyond_3_is_refused_and_nothing_is_sent) {
     ULONG value = kPoison;
     for (const ULONG index : {4u, 5u, 0xFFFFFFDEu, 0xFFFFFFFFu}) {
@@ -111,6 +124,37 @@ TEST_F(Composites, switch_words_of_properties_30_32_33_and_the_lut) {
     EXPECT_EQ(Object().Sent(), (Wire{word(30, 0x4), word(30, 0x2002), word(32, 0x4 | 0x100), word(32, 0x2 | 0x800),
                                      word(33, 0x4 | 0x80 | 0x8000), word(33, 0x2), word(31, 0x4), word(31, 0x2),
                                      word(70, 0), word(70, 0x20000)}));
+}
+
+TEST_F(Composites, properties_32_and_33_report_4000_where_they_write_8000_100_or_800) {
+    const struct {
+        ULONG id;
+        HRESULT (STDMETHODCALLTYPE IKolmFluxorPropertySet::*get)(BOOL*, BOOL*, BOOL*, BOOL*, ULONG*);
+        HRESULT (STDMETHODCALLTYPE IKolmFluxorPropertySet::*set)(BOOL, BOOL, BOOL, BOOL, BOOL, ULONG);
+    } rows[] = {
+        {32, &IKolmFluxorPropertySet::GetProperty32, &IKolmFluxorPropertySet::SetProperty32},
+        {33, &IKolmFluxorPropertySet::GetProperty33, &IKolmFluxorPropertySet::SetProperty33},
+    };
+    for (const auto& [id, get, set] : rows) {
+        for (const ULONG word : {0x8000u, 0x100u, 0x800u, 0x4000u}) {
+            SCOPED_TRACE(testing::Message() << "property " << id << ", word " << word);
+            Script({});
+            Object().Patch(id, 28, word);
+            BOOL flags[4] = {42, 42, 42, 42};
+            ULONG value = kPoison;
+
+            EXPECT_EQ((Object().Get()->*get)(&flags[0], &flags[1], &flags[2], &flags[3], &value), S_OK);
+
+            EXPECT_EQ(flags[2], word == 0x4000 ? TRUE : FALSE);
+        }
+        Object().Forget();
+        for (const BOOL third : {TRUE, FALSE}) {
+            for (const BOOL fourth : {TRUE, FALSE})
+                EXPECT_EQ((Object().Get()->*set)(TRUE, FALSE, third, fourth, TRUE, 9), S_OK);
+        }
+        const auto written = [id = id](ULONG word) { return Set(id).With(24, 9).With(28, 0x2 | word); };
+        EXPECT_EQ(Object().Sent(), (Wire{written(0x8000), written(0x8000), written(0x100), written(0x800)}));
+    }
 }
 
 TEST_F(Composites, auto_flag_of_property_42_follows_AutoOn_too) {

@@ -174,6 +174,13 @@ TEST(LutCsvTokenizer, lines_fall_into_tokens) {
     }
 }
 
+TEST(LutCsvTokenizer, a_single_quote_does_not_quote_while_anything_else_is_open) {
+    EXPECT_EQ(TokensOf("'a,b'"), (Tokens{"a,b"})) << "nothing is open: it quotes";
+    EXPECT_EQ(TokensOf("x,'a,b"), (Tokens{"x", "a", "b"})) << "a comma is open";
+    EXPECT_EQ(TokensOf("x;'a;b"), (Tokens{"x", "a", "b"})) << "a semicolon is open";
+    EXPECT_EQ(TokensOf("\"a'b\",c"), (Tokens{"ab", "c"})) << "a double quote is open";
+}
+
 TEST(LutCsvTokenizer, separators_work_in_alternation) {
     EXPECT_EQ(TokensOf("a,b;c"), (Tokens{"a", "b;c"}));
     EXPECT_EQ(TokensOf("a;b,c"), (Tokens{"a", "b,c"}));

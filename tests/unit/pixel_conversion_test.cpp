@@ -42,6 +42,22 @@ TEST(PixelConversion, Uyvy_stores_blue_green_red_and_clamps) {
     EXPECT_THAT(destination, ElementsAre(101, 98, 104, 255, 252, 255, 0, 54, 255, 0, 54, 255));
 }
 
+TEST(PixelConversion, Uyvy_mirrors_the_table_of_red_so_that_it_is_0_at_both_127_and_128) {
+    // Tr[128] = 0, Tr[129] = 1, Tr[131] = 4; -1.402 * 4 alone would be truncated to -5.
+    const struct {
+        std::uint8_t v, red;
+    } rows[] = {{128, 100}, {127, 100}, {129, 101}, {126, 99}, {131, 104}, {124, 96}};
+    for (const auto& [v, red] : rows) {
+        const Bytes source = {128, 100, v, 100};
+        Bytes destination(6, 0xDE);
+
+        ConvertUyvyToBgr24(source, destination.data(), 2, 1);
+
+        EXPECT_EQ(destination[2], red) << int{v};
+        EXPECT_EQ(destination[5], red) << int{v};
+    }
+}
+
 TEST(PixelConversion, Uyvy_of_an_odd_width_shares_a_group_between_rows) {
     const Bytes source = {128, 1, 128, 2, 128, 3, 128, 4, 128, 5, 128, 6};
     Bytes destination(18, 0xDE);

@@ -5,14 +5,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include <commctrl.h>
 
-#include "base/module_state.h"
+#include "controls/page_frame.h"
 #include "support/control_window.h"
 #include "support/page_site.h"
 #include "support/patched_import.h"
@@ -32,7 +31,6 @@ extern "C" void* __imp_SendDlgItemMessageA;
 namespace kolmfluxor::test {
 namespace {
 
-constexpr RECT kPlace = {0, 0, 600, 500};
 constexpr int kNames = 1152;
 constexpr int kAddress = 1046;
 constexpr int kValue = 1048;
@@ -125,48 +123,31 @@ public:
 
 class DirectAccess : public ::testing::Test {
 protected:
-    DirectAccess() {
-        COwnDesktop::Enter();
-        RecordModule(::GetModuleHandleA(nullptr));
-        m_frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 640, 540, nullptr, nullptr,
-                                    nullptr, nullptr);
-        HRESULT hr = E_FAIL;
-        CUnknown* const unknown = CKolmFluxorPage_DirectAccess::CreateInstance(nullptr, &hr);
-        EXPECT_EQ(hr, S_OK);
-        m_page = static_cast<CKolmFluxorPage_DirectAccess*>(unknown);
-        m_page->Inner()->AddRef();
-        g_calls.clear();
-    }
+    DirectAccess() { g_calls.clear(); }
     ~DirectAccess() override {
         if (Dialog() != nullptr) {
             EXPECT_EQ(m_page->Deactivate(), S_OK);
         }
         EXPECT_EQ(m_page->SetObjects(0, nullptr), S_OK);
         EXPECT_EQ(m_page->Inner()->Release(), 0u);
-        ::DestroyWindow(m_frame);
-        EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
     }
     void Open() {
         IUnknown* object = &m_camera;
         ASSERT_EQ(m_page->SetObjects(1, &object), S_OK);
-        ASSERT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+        ASSERT_EQ(m_frame.Activate(*m_page), S_OK);
     }
-    [[nodiscard]] HWND Dialog() const { return ::GetWindow(m_frame, GW_CHILD); }
-    [[nodiscard]] HWND Control(int id) const { return ::GetDlgItem(Dialog(), id); }
-    [[nodiscard]] std::string Text(int id) const {
-        std::array<char, 300> text{};
-        ::GetWindowTextA(Control(id), text.data(), static_cast<int>(text.size()));
-        return text.data();
-    }
+    [[nodiscard]] HWND Dialog() const { return m_frame.Dialog(); }
+    [[nodiscard]] HWND Control(int id) const { return m_frame.Control(id); }
+    [[nodiscard]] std::string Text(int id) const { return m_frame.Text(id); }
     [[nodiscard]] Texts Tree() const { return CTreeReader(Control(kTree)).Texts(); }
     INT_PTR Command(int id, UINT code) {
         return m_page->OnReceiveMessage(Dialog(), WM_COMMAND, MAKEWPARAM(id, code),
                                         reinterpret_cast<LPARAM>(Control(id)));
     }
 
-    HWND m_frame = nullptr;
+    CPageFrame m_frame;
     CRefusingCamera m_camera;
-    CKolmFluxorPage_DirectAccess* m_page = nullptr;
+    CKolmFluxorPage_DirectAccess* m_page = NewPage<CKolmFluxorPage_DirectAccess>();
 };
 
 TEST_F(DirectAccess, takes_two_hot_keys_at_activation_and_gives_them_back) {
@@ -205,7 +186,7 @@ TEST_F(DirectAccess, an_item_of_the_tree_before_is_never_used_in_the_next_one) {
         SCOPED_TRACE(refused);
         g_refusesControls = refused;
         g_treeMessages.clear();
-        ASSERT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+        ASSERT_EQ(m_frame.Activate(*m_page), S_OK);
         ::SetWindowTextA(Control(kValue), "1");
         EXPECT_EQ(ItemMessagesBeforeTheFirstItem(), 0);
         EXPECT_EQ(g_treeMessages.empty(), refused);
@@ -335,7 +316,7 @@ TEST_F(DirectAccess, an_object_without_the_interface_leaves_a_page_that_decodes_
     CPageSite stranger;
     IUnknown* object = &stranger;
     EXPECT_EQ(m_page->SetObjects(1, &object), E_NOINTERFACE);
-    ASSERT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    ASSERT_EQ(m_frame.Activate(*m_page), S_OK);
     ::SetWindowTextA(Control(kValue), "80000000");
     EXPECT_EQ(Tree().at(2), "    Present: 1");
     EXPECT_EQ(Command(1049, BN_CLICKED), 1);
@@ -348,9 +329,10 @@ TEST_F(DirectAccess, survives_losing_its_dialog_with_the_frame) {
                                          nullptr, nullptr, nullptr);
     IUnknown* object = &m_camera;
     ASSERT_EQ(m_page->SetObjects(1, &object), S_OK);
+    constexpr RECT kPlace = {0, 0, 500, 500};
     ASSERT_EQ(m_page->Activate(other, &kPlace, FALSE), S_OK);
     ::DestroyWindow(other);
-    ASSERT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    ASSERT_EQ(m_frame.Activate(*m_page), S_OK);
     EXPECT_EQ(Tree().size(), 9u);
 }
 

@@ -11,13 +11,12 @@
 
 #include <commctrl.h>
 
-#include "base/module_state.h"
+#include "controls/page_frame.h"
 #include "pages/color_page.h"
 #include "pages/color_page_fixture.h"
 #include "pages/exposure_page.h"
 #include "pages/smart01_page.h"
 #include "pages/trigger_page.h"
-#include "support/own_desktop.h"
 #include "support/page_site.h"
 #include "support/patched_import.h"
 #include "support/property_set_test.h"
@@ -28,8 +27,6 @@ extern "C" void* __imp_InitCommonControlsEx;
 
 namespace kolmfluxor::test {
 namespace {
-
-constexpr RECT kPlace = {0, 0, 400, 400};
 
 /// A page without groups of its own, with everything in reach.
 class CBarePage final : public CFeaturePage {
@@ -80,24 +77,16 @@ protected:
     FeaturePage()
         : m_setTimer(&__imp_SetTimer, reinterpret_cast<void*>(&RecordSetTimer)),
           m_killTimer(&__imp_KillTimer, reinterpret_cast<void*>(&RecordKillTimer)) {
-        COwnDesktop::Enter();
-        RecordModule(::GetModuleHandleA(nullptr));
-        m_frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 500, 500, nullptr, nullptr,
-                                    nullptr, nullptr);
         g_timerCalls.clear();
-    }
-    ~FeaturePage() override {
-        ::DestroyWindow(m_frame);
-        EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
     }
 
     HRESULT Connect(IPropertyPage& page) {
         IUnknown* filter = Object().Filter().Unknown();
         return page.SetObjects(1, &filter);
     }
-    [[nodiscard]] HWND Dialog() const { return ::GetWindow(m_frame, GW_CHILD); }
+    [[nodiscard]] HWND Dialog() const { return m_frame.Dialog(); }
 
-    HWND m_frame = nullptr;
+    CPageFrame m_frame;
 
 private:
     CPatchedImport m_setTimer;
@@ -109,7 +98,7 @@ using Calls = std::vector<std::string>;
 TEST_F(FeaturePage, timer_runs_from_activation_to_disconnection_and_anew_after_each_poll) {
     auto* const page = new CBarePage(500);
     ASSERT_EQ(Connect(*page), S_OK);
-    ASSERT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    ASSERT_EQ(m_frame.Activate(*page), S_OK);
     EXPECT_EQ(g_timerCalls, Calls{"set 1 500"});
     EXPECT_EQ(g_timerWindow, Dialog());
     g_timerCalls.clear();
@@ -145,11 +134,10 @@ TEST_F(FeaturePage, pages_have_their_timer_or_none) {
         ASSERT_EQ(row.create(nullptr, &hr)->Inner()->QueryInterface(IID_PPV_ARGS(&page)), S_OK);
         ASSERT_EQ(hr, S_OK);
         ASSERT_EQ(Connect(*page), S_OK);
-        for (const auto& [run, calls] :
-             {std::pair<std::function<void()>, const Calls&>{
-                  [&] { EXPECT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK); }, row.opened},
-              {[&] { ::SendMessageA(Dialog(), WM_TIMER, 1, 0); }, row.ticked},
-              {[&] { EXPECT_EQ(page->SetObjects(0, nullptr), S_OK); }, row.closed}}) {
+        for (const auto& [run, calls] : {std::pair<std::function<void()>, const Calls&>{
+                                             [&] { EXPECT_EQ(m_frame.Activate(*page), S_OK); }, row.opened},
+                                         {[&] { ::SendMessageA(Dialog(), WM_TIMER, 1, 0); }, row.ticked},
+                                         {[&] { EXPECT_EQ(page->SetObjects(0, nullptr), S_OK); }, row.closed}}) {
             g_timerCalls.clear();
             run();
             EXPECT_EQ(g_timerCalls, calls);
@@ -162,7 +150,7 @@ TEST_F(FeaturePage, pages_have_their_timer_or_none) {
 TEST_F(FeaturePage, without_a_period_there_is_no_timer) {
     auto* const page = new CBarePage(0);
     ASSERT_EQ(Connect(*page), S_OK);
-    ASSERT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    ASSERT_EQ(m_frame.Activate(*page), S_OK);
     page->OnReceiveMessage(Dialog(), WM_TIMER, 1, 0);
     EXPECT_EQ(page->polls, 0);
     EXPECT_EQ(page->Deactivate(), S_OK);
@@ -187,22 +175,17 @@ TEST_F(FeaturePage, disconnecting_without_a_window_touches_no_timer_of_the_host)
 TEST_F(FeaturePage, handles_its_own_messages_only) {
     auto* const page = new CBarePage(500);
     ASSERT_EQ(Connect(*page), S_OK);
-    ASSERT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    ASSERT_EQ(m_frame.Activate(*page), S_OK);
     EXPECT_EQ(page->OnReceiveMessage(Dialog(), WM_COMMAND, MAKEWPARAM(77, BN_CLICKED), 0), 1);
     EXPECT_EQ(page->OnReceiveMessage(Dialog(), WM_COMMAND, MAKEWPARAM(78, BN_CLICKED), 0), 0);
     EXPECT_EQ(page->OnReceiveMessage(Dialog(), WM_HSCROLL, 0, 0), 0);
-    EXPECT_EQ(page->Deactivate(), S_OK);
-    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
-    EXPECT_EQ(page->Inner()->Release(), 0u);
+    EndPage(page);
 }
 
 TEST_F(FeaturePage, handles_what_its_groups_send) {
-    HRESULT hr = E_FAIL;
-    auto* const page = static_cast<CKolmFluxorPage_Exposure*>(CKolmFluxorPage_Exposure::CreateInstance(nullptr, &hr));
-    ASSERT_EQ(hr, S_OK);
-    page->Inner()->AddRef();
+    auto* const page = NewPage<CKolmFluxorPage_Exposure>();
     ASSERT_EQ(Connect(*page), S_OK);
-    ASSERT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    ASSERT_EQ(m_frame.Activate(*page), S_OK);
     const auto scroll = [&](int id) {
         return page->OnReceiveMessage(Dialog(), WM_HSCROLL, TB_THUMBTRACK,
                                       reinterpret_cast<LPARAM>(::GetDlgItem(Dialog(), id)));
@@ -213,9 +196,7 @@ TEST_F(FeaturePage, handles_what_its_groups_send) {
     for (const int trackbar : {1073, 1079, 1085, 1093, 1099})
         EXPECT_EQ(scroll(trackbar), 1) << trackbar;
     EXPECT_EQ(scroll(1081), 0) << "no trackbar";
-    EXPECT_EQ(page->Deactivate(), S_OK);
-    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
-    EXPECT_EQ(page->Inner()->Release(), 0u);
+    EndPage(page);
 }
 
 TEST_F(FeaturePage, swallows_as_many_reports_as_it_was_told_to) {
@@ -256,16 +237,12 @@ TEST_F(FeaturePage, fails_without_the_common_controls) {
 }
 
 TEST_F(FeaturePage, an_object_without_the_interface_leaves_a_dead_page_that_does_no_harm) {
-    HRESULT hr = E_FAIL;
-    CUnknown* const page = CKolmFluxorPage_Exposure::CreateInstance(nullptr, &hr);
-    ASSERT_EQ(hr, S_OK);
-    IPropertyPage* face = nullptr;
-    ASSERT_EQ(page->Inner()->QueryInterface(IID_PPV_ARGS(&face)), S_OK);
+    auto* const page = NewPage<CKolmFluxorPage_Exposure>();
     CPageSite stranger;
     IUnknown* object = &stranger;
 
-    EXPECT_EQ(face->SetObjects(1, &object), E_NOINTERFACE);
-    EXPECT_EQ(face->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(page->SetObjects(1, &object), E_NOINTERFACE);
+    EXPECT_EQ(m_frame.Activate(*page), S_OK);
     for (const int id : {1073, 1074, 1079, 1085, 1089, 1091, 1092, 1093, 1099}) {
         EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(Dialog(), id))) << id;
     }
@@ -273,16 +250,11 @@ TEST_F(FeaturePage, an_object_without_the_interface_leaves_a_dead_page_that_does
     ::SendMessageA(Dialog(), WM_COMMAND, MAKEWPARAM(1092, BN_CLICKED), 0);
     ::SendMessageA(Dialog(), WM_HSCROLL, 0, reinterpret_cast<LPARAM>(::GetDlgItem(Dialog(), 1073)));
     EXPECT_EQ(Object().Sent(), Wire{});
-    EXPECT_EQ(face->Deactivate(), S_OK);
-    EXPECT_EQ(face->SetObjects(0, nullptr), S_OK);
-    EXPECT_EQ(face->Release(), 0u);
+    EndPage(page);
 }
 
 TEST_F(FeaturePage, a_color_page_without_a_camera_is_disabled_and_does_no_harm) {
-    HRESULT hr = E_FAIL;
-    IPropertyPage* page = nullptr;
-    ASSERT_EQ(CKolmFluxorPage_Color::CreateInstance(nullptr, &hr)->Inner()->QueryInterface(IID_PPV_ARGS(&page)), S_OK);
-    ASSERT_EQ(hr, S_OK);
+    auto* const page = NewPage<CKolmFluxorPage_Color>();
     CPageSite stranger;
     IUnknown* object = &stranger;
     const auto control = [&](int id) { return ::GetDlgItem(Dialog(), id); };
@@ -291,7 +263,7 @@ TEST_F(FeaturePage, a_color_page_without_a_camera_is_disabled_and_does_no_harm) 
     };
 
     EXPECT_EQ(page->SetObjects(1, &object), E_NOINTERFACE);
-    EXPECT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(m_frame.Activate(*page), S_OK);
 
     for (const int id : {kMatrixGroup, kMatrixMode, 1094, 1096, 1099, 1079, 1083, 1085, 1089, 1091, 1106})
         EXPECT_FALSE(::IsWindowEnabled(control(id))) << id;
@@ -313,18 +285,13 @@ TEST_F(FeaturePage, a_color_page_without_a_camera_is_disabled_and_does_no_harm) 
     ::SendMessageA(Dialog(), WM_TIMER, 1, 0);
     EXPECT_EQ(g_timerCalls, Calls{});
     EXPECT_EQ(Object().Sent(), Wire{});
-    EXPECT_EQ(page->Deactivate(), S_OK);
-    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
-    EXPECT_EQ(page->Release(), 0u);
+    EndPage(page);
 }
 
 TEST_F(FeaturePage, the_trigger_page_runs_a_timer_whose_ticks_do_nothing) {
-    HRESULT hr = E_FAIL;
-    auto* const page = static_cast<CKolmFluxorPage_Trigger*>(CKolmFluxorPage_Trigger::CreateInstance(nullptr, &hr));
-    ASSERT_EQ(hr, S_OK);
-    page->Inner()->AddRef();
+    auto* const page = NewPage<CKolmFluxorPage_Trigger>();
     ASSERT_EQ(Connect(*page), S_OK);
-    ASSERT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    ASSERT_EQ(m_frame.Activate(*page), S_OK);
     EXPECT_EQ(g_timerCalls, Calls{"set 1 500"});
     Object().Forget();
 
@@ -339,32 +306,24 @@ TEST_F(FeaturePage, the_trigger_page_runs_a_timer_whose_ticks_do_nothing) {
 }
 
 TEST_F(FeaturePage, the_trigger_page_asks_nothing_without_the_common_controls) {
-    HRESULT hr = E_FAIL;
-    auto* const page = static_cast<CKolmFluxorPage_Trigger*>(CKolmFluxorPage_Trigger::CreateInstance(nullptr, &hr));
-    ASSERT_EQ(hr, S_OK);
-    page->Inner()->AddRef();
+    auto* const page = NewPage<CKolmFluxorPage_Trigger>();
     ASSERT_EQ(Connect(*page), S_OK);
     {
         const CPatchedImport patch(&__imp_InitCommonControlsEx, reinterpret_cast<void*>(&RefuseControls));
-        EXPECT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+        EXPECT_EQ(m_frame.Activate(*page), S_OK);
     }
     EXPECT_EQ(Object().Sent(), Wire{});
-    EXPECT_EQ(page->Deactivate(), S_OK);
-    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
-    EXPECT_EQ(page->Inner()->Release(), 0u);
+    EndPage(page);
 }
 
 TEST_F(FeaturePage, a_trigger_page_without_a_camera_is_disabled_and_does_no_harm) {
-    HRESULT hr = E_FAIL;
-    auto* const page = static_cast<CKolmFluxorPage_Trigger*>(CKolmFluxorPage_Trigger::CreateInstance(nullptr, &hr));
-    ASSERT_EQ(hr, S_OK);
-    page->Inner()->AddRef();
+    auto* const page = NewPage<CKolmFluxorPage_Trigger>();
     CPageSite site;
     IUnknown* stranger = &site;
 
     EXPECT_EQ(page->SetPageSite(&site), S_OK);
     EXPECT_EQ(page->SetObjects(1, &stranger), E_NOINTERFACE);
-    EXPECT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(m_frame.Activate(*page), S_OK);
     for (const int id : {1118, 1110, 1111, 1055, 1056, 1057, 1060, 1120, 1121, 1125, 1126, 1130, 1131})
         EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(Dialog(), id))) << id;
     ::SendMessageA(Dialog(), WM_TIMER, 1, 0);

@@ -6,13 +6,13 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <windows.h>
 
-#include "base/module_state.h"
+#include "controls/page_frame.h"
 #include "pages/format_page.h"
-#include "support/own_desktop.h"
 #include "support/page_site.h"
 #include "support/property_set_stub.h"
 #include "support/scripted_filter.h"
@@ -109,29 +109,15 @@ private:
 
 class FormatCamera : public ::testing::Test {
 protected:
-    FormatCamera() {
-        COwnDesktop::Enter();
-        RecordModule(::GetModuleHandleA(nullptr));
-        m_frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 600, 600, nullptr, nullptr,
-                                    nullptr, nullptr);
-        m_script.formats = {FixedMode(640, 480, FourCc("Y800"), 8, 5), Format7Mode(0, 1280, 960)};
-    }
-    ~FormatCamera() override {
-        Close();
-        ::DestroyWindow(m_frame);
-        EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
-    }
+    FormatCamera() { m_script.formats = {FixedMode(640, 480, FourCc("Y800"), 8, 5), Format7Mode(0, 1280, 960)}; }
+    ~FormatCamera() override { Close(); }
 
     void Open() {
-        HRESULT hr = E_FAIL;
-        m_page = static_cast<CKolmFluxorPage_Format*>(CKolmFluxorPage_Format::CreateInstance(nullptr, &hr));
-        ASSERT_EQ(hr, S_OK);
-        m_page->Inner()->AddRef();
+        m_page = NewPage<CKolmFluxorPage_Format>();
         IUnknown* object = &m_camera;
         ASSERT_EQ(m_page->SetObjects(1, &object), S_OK);
         ASSERT_EQ(m_page->SetPageSite(&m_site), S_OK);
-        constexpr RECT place = {0, 0, 500, 500};
-        ASSERT_EQ(m_page->Activate(m_frame, &place, FALSE), S_OK);
+        ASSERT_EQ(m_frame.Activate(*m_page), S_OK);
         m_opening = std::exchange(m_camera.calls, {});
     }
     void Close() {
@@ -144,7 +130,7 @@ protected:
         m_camera.calls.clear();
     }
 
-    [[nodiscard]] HWND Control(int id) const { return ::GetDlgItem(::GetWindow(m_frame, GW_CHILD), id); }
+    [[nodiscard]] HWND Control(int id) const { return m_frame.Control(id); }
     [[nodiscard]] std::vector<std::string> Entries(int combo) const {
         std::vector<std::string> entries;
         const LRESULT count = ::SendMessageA(Control(combo), CB_GETCOUNT, 0, 0);
@@ -158,15 +144,37 @@ protected:
     [[nodiscard]] LRESULT Selection(int combo) const { return ::SendMessageA(Control(combo), CB_GETCURSEL, 0, 0); }
     void Pick(int combo, int position) const {
         ::SendMessageA(Control(combo), CB_SETCURSEL, static_cast<WPARAM>(position), 0);
-        m_page->OnReceiveMessage(::GetWindow(m_frame, GW_CHILD), WM_COMMAND, MAKEWPARAM(combo, CBN_SELCHANGE), 0);
+        m_page->OnReceiveMessage(m_frame.Dialog(), WM_COMMAND, MAKEWPARAM(combo, CBN_SELCHANGE), 0);
+    }
+    struct Choice {
+        int combo, position;
+    };
+    /// What picking entries calls and leaves selected when the camera refuses some of the calls.
+    void ExpectRefused(const std::set<std::string>& refused, const std::vector<Choice>& picked, const Calls& calls,
+                       const std::vector<Choice>& selected) {
+        for (const HRESULT code : {E_FAIL, S_FALSE}) {
+            SCOPED_TRACE(code);
+            Open();
+            m_camera.failing = refused;
+            m_camera.code = code;
+
+            for (const auto& [combo, position] : picked)
+                Pick(combo, position);
+
+            EXPECT_EQ(m_camera.calls, calls);
+            for (const auto& [combo, position] : selected)
+                EXPECT_EQ(Selection(combo), position) << combo;
+            m_camera.failing.clear();
+            Close();
+        }
     }
     void Apply() const { EXPECT_EQ(m_page->Apply(), S_OK); }
 
+    CPageFrame m_frame;
     CScriptedFilter m_script;
     CRecordingCamera m_camera{m_script};
     CPageSite m_site;
     CKolmFluxorPage_Format* m_page = nullptr;
-    HWND m_frame = nullptr;
     Calls m_opening;
 };
 
@@ -224,18 +232,8 @@ TEST_F(FormatCamera, channels_are_listed_whatever_the_presence_says) {
 }
 
 TEST_F(FormatCamera, auto_is_channel_minus_one_and_a_refusal_selects_the_current_channel) {
-    for (const HRESULT code : {E_FAIL, S_FALSE}) {
-        Open();
-        m_camera.failing = {"SetFeatureValue"};
-        m_camera.code = code;
-
-        Pick(kChannel, 0);
-
-        EXPECT_THAT(m_camera.calls, ElementsAre("SetFeatureValue 1032 4294967295", "GetFeatureValue 1032"));
-        EXPECT_EQ(Selection(kChannel), 2);
-        m_camera.failing.clear();
-        Close();
-    }
+    ExpectRefused({"SetFeatureValue"}, {{kChannel, 0}}, {"SetFeatureValue 1032 4294967295", "GetFeatureValue 1032"},
+                  {{kChannel, 2}});
 }
 
 TEST_F(FormatCamera, an_accepted_channel_and_speed_are_not_read_back) {
@@ -248,36 +246,14 @@ TEST_F(FormatCamera, an_accepted_channel_and_speed_are_not_read_back) {
 }
 
 TEST_F(FormatCamera, a_refused_speed_selects_the_current_one) {
-    for (const HRESULT code : {E_FAIL, S_FALSE}) {
-        Open();
-        m_camera.failing = {"SetIsoSpeed"};
-        m_camera.code = code;
-
-        Pick(kSpeed, 4);
-
-        EXPECT_THAT(m_camera.calls, ElementsAre("SetIsoSpeed 4", "GetIsoSpeed"));
-        EXPECT_EQ(Selection(kSpeed), 1);
-        m_camera.failing.clear();
-        Close();
-    }
+    ExpectRefused({"SetIsoSpeed"}, {{kSpeed, 4}}, {"SetIsoSpeed 4", "GetIsoSpeed"}, {{kSpeed, 1}});
 }
 
 TEST_F(FormatCamera, a_refused_channel_or_speed_stays_as_chosen_when_the_current_one_is_unreadable) {
-    for (const HRESULT code : {E_FAIL, S_FALSE}) {
-        Open();
-        m_camera.failing = {"SetFeatureValue", "GetFeatureValue", "SetIsoSpeed", "GetIsoSpeed"};
-        m_camera.code = code;
-
-        Pick(kChannel, 3);
-        Pick(kSpeed, 4);
-
-        EXPECT_THAT(m_camera.calls,
-                    ElementsAre("SetFeatureValue 1032 3", "GetFeatureValue 1032", "SetIsoSpeed 4", "GetIsoSpeed"));
-        EXPECT_EQ(Selection(kChannel), 3) << "not channel 2, which came with the failure";
-        EXPECT_EQ(Selection(kSpeed), 4);
-        m_camera.failing.clear();
-        Close();
-    }
+    // Not channel 2 and speed 1, which come with the failures.
+    ExpectRefused({"SetFeatureValue", "GetFeatureValue", "SetIsoSpeed", "GetIsoSpeed"}, {{kChannel, 3}, {kSpeed, 4}},
+                  {"SetFeatureValue 1032 3", "GetFeatureValue 1032", "SetIsoSpeed 4", "GetIsoSpeed"},
+                  {{kChannel, 3}, {kSpeed, 4}});
 }
 
 TEST_F(FormatCamera, a_refused_channel_or_speed_stays_as_chosen_when_the_current_one_is_not_listed) {

@@ -4,9 +4,8 @@
 
 #include <windows.h>
 
-#include "base/module_state.h"
+#include "controls/page_frame.h"
 #include "pages/format_page.h"
-#include "support/own_desktop.h"
 #include "support/property_set_test.h"
 #include "support/scripted_filter.h"
 
@@ -16,22 +15,15 @@ namespace {
 class FormatMessages : public PropertySetTest {};
 
 TEST_F(FormatMessages, commands_are_handled_and_scrolls_go_on_to_the_base) {
-    COwnDesktop::Enter();
-    RecordModule(::GetModuleHandleA(nullptr));
+    const CPageFrame frame;
     CScriptedFilter script;
     script.formats = {Format7Mode(0, 640, 480)};
     Object().Filter().Offer(IID_IBaseFilter, script.Filter());
-    HWND const frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 600, 600, nullptr,
-                                         nullptr, nullptr, nullptr);
-    HRESULT hr = E_FAIL;
-    auto* const page = static_cast<CKolmFluxorPage_Format*>(CKolmFluxorPage_Format::CreateInstance(nullptr, &hr));
-    ASSERT_EQ(hr, S_OK);
-    page->Inner()->AddRef();
+    auto* const page = NewPage<CKolmFluxorPage_Format>();
     IUnknown* filter = Object().Filter().Unknown();
     ASSERT_EQ(page->SetObjects(1, &filter), S_OK);
-    constexpr RECT place = {0, 0, 500, 500};
-    ASSERT_EQ(page->Activate(frame, &place, FALSE), S_OK);
-    HWND const dialog = ::GetWindow(frame, GW_CHILD);
+    ASSERT_EQ(frame.Activate(*page), S_OK);
+    HWND const dialog = frame.Dialog();
 
     struct Row {
         int id;
@@ -59,28 +51,17 @@ TEST_F(FormatMessages, commands_are_handled_and_scrolls_go_on_to_the_base) {
         EXPECT_EQ(page->OnReceiveMessage(dialog, WM_HSCROLL, 0, reinterpret_cast<LPARAM>(control)), 0) << id;
     }
 
-    EXPECT_EQ(page->Deactivate(), S_OK);
-    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
-    EXPECT_EQ(page->Inner()->Release(), 0u);
-    ::DestroyWindow(frame);
-    EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
+    EndPage(page);
 }
 
 TEST_F(FormatMessages, without_a_camera_nothing_is_handled_and_nothing_happens) {
-    COwnDesktop::Enter();
-    RecordModule(::GetModuleHandleA(nullptr));
-    HWND const frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 600, 600, nullptr,
-                                         nullptr, nullptr, nullptr);
-    HRESULT hr = E_FAIL;
-    auto* const page = static_cast<CKolmFluxorPage_Format*>(CKolmFluxorPage_Format::CreateInstance(nullptr, &hr));
-    ASSERT_EQ(hr, S_OK);
-    page->Inner()->AddRef();
+    const CPageFrame frame;
+    auto* const page = NewPage<CKolmFluxorPage_Format>();
     COuterObject stranger;
     IUnknown* object = stranger.Unknown();
     EXPECT_EQ(page->SetObjects(1, &object), E_NOINTERFACE);
-    constexpr RECT place = {0, 0, 500, 500};
-    ASSERT_EQ(page->Activate(frame, &place, FALSE), S_OK);
-    HWND const dialog = ::GetWindow(frame, GW_CHILD);
+    ASSERT_EQ(frame.Activate(*page), S_OK);
+    HWND const dialog = frame.Dialog();
 
     for (const int id : {1045, 1048, 1069, 1072, 1075})
         EXPECT_FALSE(::IsWindowEnabled(::GetDlgItem(dialog, id))) << id;
@@ -90,11 +71,7 @@ TEST_F(FormatMessages, without_a_camera_nothing_is_handled_and_nothing_happens) 
     for (const int edit : {1049, 1050})
         EXPECT_EQ(::GetDlgItemInt(dialog, edit, nullptr, FALSE), 0u);
 
-    EXPECT_EQ(page->Deactivate(), S_OK);
-    EXPECT_EQ(page->SetObjects(0, nullptr), S_OK);
-    EXPECT_EQ(page->Inner()->Release(), 0u);
-    ::DestroyWindow(frame);
-    EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
+    EndPage(page);
 }
 
 }  // namespace

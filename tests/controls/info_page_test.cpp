@@ -11,9 +11,8 @@
 #include <string>
 #include <vector>
 
-#include "base/module_state.h"
+#include "controls/page_frame.h"
 #include "support/counted_task_memory.h"
-#include "support/own_desktop.h"
 #include "support/page_site.h"
 #include "support/patched_import.h"
 #include "support/property_set_stub.h"
@@ -24,7 +23,6 @@ extern "C" void* __imp_KillTimer;
 namespace kolmfluxor::test {
 namespace {
 
-constexpr RECT kPlace = {0, 0, 500, 400};
 constexpr int kTexts[] = {1044, 1042, 1043};
 constexpr int kSerialNumber = 1052;
 constexpr ULONG kSelectors[] = {5, 6, 41, 42, 43, 44};
@@ -83,39 +81,22 @@ BOOL WINAPI CountKillTimer(HWND, UINT_PTR) {
 
 class InfoPage : public ::testing::Test {
 protected:
-    InfoPage() {
-        COwnDesktop::Enter();
-        RecordModule(::GetModuleHandleA(nullptr));
-        m_frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 600, 500, nullptr, nullptr,
-                                    nullptr, nullptr);
-        HRESULT hr = E_FAIL;
-        CUnknown* const page = CKolmFluxorPage_Info::CreateInstance(nullptr, &hr);
-        EXPECT_EQ(hr, S_OK);
-        EXPECT_EQ(page->Inner()->QueryInterface(IID_PPV_ARGS(&m_page)), S_OK);
-        EXPECT_EQ(m_page->SetPageSite(&m_site), S_OK);
-    }
+    InfoPage() { EXPECT_EQ(m_page->SetPageSite(&m_site), S_OK); }
     ~InfoPage() override {
         if (Dialog() != nullptr) EXPECT_EQ(m_page->Deactivate(), S_OK);
         EXPECT_EQ(m_page->SetObjects(0, nullptr), S_OK);
         EXPECT_EQ(m_page->SetPageSite(nullptr), S_OK);
         EXPECT_EQ(m_page->Release(), 0u);
         EXPECT_EQ(m_camera.references, 1u);
-        ::DestroyWindow(m_frame);
-        EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
     }
 
     void Open() {
         IUnknown* object = &m_camera;
         EXPECT_EQ(m_page->SetObjects(1, &object), S_OK);
-        EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+        EXPECT_EQ(m_frame.Activate(*m_page), S_OK);
     }
-    [[nodiscard]] HWND Dialog() const { return ::GetWindow(m_frame, GW_CHILD); }
-    [[nodiscard]] std::string Text(int id) const {
-        EXPECT_NE(::GetDlgItem(Dialog(), id), nullptr) << id;
-        std::array<char, 1024> text{};
-        ::GetDlgItemTextA(Dialog(), id, text.data(), static_cast<int>(text.size()));
-        return text.data();
-    }
+    [[nodiscard]] HWND Dialog() const { return m_frame.Dialog(); }
+    [[nodiscard]] std::string Text(int id) const { return m_frame.Text(id); }
     template <class Range> [[nodiscard]] std::vector<std::string> Texts(const Range& ids) const {
         std::vector<std::string> texts;
         for (const int id : ids)
@@ -123,10 +104,10 @@ protected:
         return texts;
     }
 
-    HWND m_frame = nullptr;
+    CPageFrame m_frame;
     CInfoCamera m_camera;
     CPageSite m_site;
-    IPropertyPage* m_page = nullptr;
+    IPropertyPage* m_page = NewPage<CKolmFluxorPage_Info>();
 };
 
 using Strings = std::vector<std::string>;
@@ -252,7 +233,7 @@ TEST_F(InfoPage, Apply_needs_an_object_but_no_window) {
 TEST_F(InfoPage, without_a_camera_it_keeps_its_placeholders) {
     IUnknown* stranger = &m_site;
     EXPECT_EQ(m_page->SetObjects(1, &stranger), E_NOINTERFACE);
-    EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(m_frame.Activate(*m_page), S_OK);
     EXPECT_EQ(m_page->Apply(), S_OK);
     EXPECT_EQ(Texts(kFigures), kUnfilledFigures);
 }

@@ -13,8 +13,8 @@
 #include <commdlg.h>
 
 #include "base/module_state.h"
+#include "controls/page_frame.h"
 #include "support/lut_text_file.h"
-#include "support/own_desktop.h"
 #include "support/patched_import.h"
 #include "support/property_set_test.h"
 #include "support/recorded_default.h"
@@ -30,7 +30,6 @@ extern "C" void* __imp_ReleaseDC;
 namespace kolmfluxor::test {
 namespace {
 
-constexpr RECT kPlace = {0, 0, 600, 600};
 constexpr int kEnable = 1055;
 constexpr int kFunction = 1057;
 constexpr int kLoad = 1063;
@@ -134,8 +133,6 @@ protected:
           m_moveTo(&__imp_MoveToEx, reinterpret_cast<void*>(&RecordMoveTo)),
           m_polygon(&__imp_Polygon, reinterpret_cast<void*>(&RecordPolygon)),
           m_textOut(&__imp_TextOutA, reinterpret_cast<void*>(&RecordTextOut)) {
-        COwnDesktop::Enter();
-        RecordModule(::GetModuleHandleA(nullptr));
         g_answer.clear();
         g_questions.clear();
         g_boxes.clear();
@@ -143,33 +140,23 @@ protected:
         g_corners.clear();
         g_dialog = nullptr;
         g_drawingFails = false;
-        m_frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 700, 700, nullptr, nullptr,
-                                    nullptr, nullptr);
         Object().Patch(31, 36, 4);
         Object().Patch(63, 24, 8);
     }
     ~LutPageInside() override {
-        if (m_face != nullptr) {
-            EXPECT_EQ(m_face->Deactivate(), S_OK);
-            EXPECT_EQ(m_face->SetObjects(0, nullptr), S_OK);
-            EXPECT_EQ(m_face->Release(), 0u);
-        }
-        ::DestroyWindow(m_frame);
-        EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
+        if (m_face != nullptr) EndPage(m_face);
     }
 
     CKolmFluxorPage_Lut& Open() {
-        HRESULT hr = E_FAIL;
-        auto* const page = static_cast<CKolmFluxorPage_Lut*>(CKolmFluxorPage_Lut::CreateInstance(nullptr, &hr));
-        EXPECT_EQ(hr, S_OK);
-        EXPECT_EQ(page->Inner()->QueryInterface(IID_PPV_ARGS(&m_face)), S_OK);
+        auto* const page = NewPage<CKolmFluxorPage_Lut>();
+        m_face = page;
         IUnknown* filter = Object().Filter().Unknown();
         EXPECT_EQ(m_face->SetObjects(1, &filter), S_OK);
-        EXPECT_EQ(m_face->Activate(m_frame, &kPlace, FALSE), S_OK);
+        EXPECT_EQ(m_frame.Activate(*m_face), S_OK);
         Object().Forget();
         return *page;
     }
-    [[nodiscard]] HWND Dialog() const { return ::GetWindow(m_frame, GW_CHILD); }
+    [[nodiscard]] HWND Dialog() const { return m_frame.Dialog(); }
     INT_PTR Command(CKolmFluxorPage_Lut& page, int id, UINT code) const {
         return page.OnReceiveMessage(Dialog(), WM_COMMAND, MAKEWPARAM(id, code), 0);
     }
@@ -179,8 +166,8 @@ protected:
         EXPECT_EQ(Command(page, kLoad, BN_CLICKED), 1);
     }
 
+    CPageFrame m_frame;
     IPropertyPage* m_face = nullptr;
-    HWND m_frame = nullptr;
 
 private:
     CPatchedImport m_openFile;
@@ -299,7 +286,7 @@ TEST_F(LutPageInside, draws_nothing_at_all_where_there_is_no_curve) {
         Object().Patch(31, 36, sizeBytes);
         Object().Patch(63, 24, bits);
         EXPECT_EQ(m_face->Deactivate(), S_OK);
-        EXPECT_EQ(m_face->Activate(m_frame, &kPlace, FALSE), S_OK);
+        EXPECT_EQ(m_frame.Activate(*m_face), S_OK);
     };
     const auto paint = [&] {
         g_drawn.clear();
@@ -329,7 +316,7 @@ TEST_F(LutPageInside, values_of_many_bits_leave_the_curve_on_the_ground) {
         Object().Patch(31, 36, 16);
         Object().Patch(63, 24, bits);
         ASSERT_EQ(m_face->Deactivate(), S_OK);
-        ASSERT_EQ(m_face->Activate(m_frame, &kPlace, FALSE), S_OK);
+        ASSERT_EQ(m_frame.Activate(*m_face), S_OK);
         g_corners.clear();
         page.OnReceiveMessage(Dialog(), WM_PAINT, 0, 0);
         RECT area{};

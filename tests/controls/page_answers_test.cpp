@@ -12,12 +12,11 @@
 
 #include <commctrl.h>
 
-#include "base/module_state.h"
+#include "controls/page_frame.h"
 #include "pages/color_page.h"
 #include "pages/exposure_page.h"
 #include "pages/smart01_page.h"
 #include "pages/trigger_page.h"
-#include "support/own_desktop.h"
 #include "support/page_site.h"
 #include "support/patched_import.h"
 #include "support/property_set_test.h"
@@ -28,11 +27,9 @@ extern "C" void* __imp_InitCommonControlsEx;
 namespace kolmfluxor::test {
 namespace {
 
-constexpr RECT kPlace = {0, 0, 400, 400};
-
-HWND g_frame = nullptr;
+const CPageFrame* g_frame = nullptr;
 HWND Dialog() {
-    return ::GetWindow(g_frame, GW_CHILD);
+    return g_frame->Dialog();
 }
 
 /// Stands in for the call that a page makes when its dialog is there and nothing is filled: empties all captions of
@@ -51,43 +48,24 @@ BOOL WINAPI BlankGroups(const INITCOMMONCONTROLSEX*) {
 
 class PageAnswers : public PropertySetTest {
 protected:
-    PageAnswers() {
-        COwnDesktop::Enter();
-        RecordModule(::GetModuleHandleA(nullptr));
-        g_frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 500, 500, nullptr, nullptr,
-                                    nullptr, nullptr);
-    }
-    ~PageAnswers() override {
-        Close();
-        ::DestroyWindow(g_frame);
-        EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
-    }
+    PageAnswers() { g_frame = &m_frame; }
+    ~PageAnswers() override { Close(); }
 
     /// @param object  what the page is connected to; without the camera's interface the page is a dead one
     template <class Page> void Open(IUnknown* object) {
-        HRESULT hr = E_FAIL;
-        auto* const page = static_cast<Page*>(Page::CreateInstance(nullptr, &hr));
-        ASSERT_EQ(hr, S_OK);
-        page->Inner()->AddRef();
-        m_page = page;
+        m_page = NewPage<Page>();
         m_page->SetObjects(1, &object);
-        ASSERT_EQ(m_page->Activate(g_frame, &kPlace, FALSE), S_OK);
+        ASSERT_EQ(m_frame.Activate(*m_page), S_OK);
     }
     template <class Page> void Open() { Open<Page>(Object().Filter().Unknown()); }
     void Close() {
-        if (m_page == nullptr) return;
-        EXPECT_EQ(m_page->Deactivate(), S_OK);
-        EXPECT_EQ(m_page->SetObjects(0, nullptr), S_OK);
-        EXPECT_EQ(m_page->Inner()->Release(), 0u);
-        m_page = nullptr;
+        if (m_page != nullptr) EndPage(std::exchange(m_page, nullptr));
     }
 
     using Captions = std::vector<std::pair<int, std::string>>;
     static void ExpectCaptions(const Captions& captions) {
         for (const auto& [id, expected] : captions) {
-            std::array<char, 64> caption{};
-            ::GetDlgItemTextA(Dialog(), id, caption.data(), static_cast<int>(caption.size()));
-            EXPECT_EQ(caption.data(), expected) << id;
+            EXPECT_EQ(g_frame->Text(id), expected) << id;
         }
     }
     /// Opens a page whose template has no captions, with a camera and without one.
@@ -136,6 +114,7 @@ private:
         return m_page->OnReceiveMessage(Dialog(), message, wParam, lParam);
     }
 
+    CPageFrame m_frame;
     CFeaturePage* m_page = nullptr;
 };
 

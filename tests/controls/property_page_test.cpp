@@ -9,9 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "base/module_state.h"
+#include "controls/page_frame.h"
 #include "pages/common/hit_test_property_page.h"
-#include "support/own_desktop.h"
 #include "support/page_site.h"
 
 namespace kolmfluxor::test {
@@ -67,22 +66,14 @@ private:
 
 class PropertyPage : public ::testing::Test {
 protected:
-    PropertyPage() {
-        COwnDesktop::Enter();
-        RecordModule(::GetModuleHandleA(nullptr));
-        m_frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 400, 300, nullptr, nullptr,
-                                    nullptr, nullptr);
-    }
     ~PropertyPage() override {
         EXPECT_EQ(m_page->Inner()->Release(), 0u);
-        EXPECT_EQ(::GetWindow(m_frame, GW_CHILD), nullptr) << "the dialog was left behind";
-        ::DestroyWindow(m_frame);
-        EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
+        EXPECT_EQ(m_frame.Dialog(), nullptr) << "the dialog was left behind";
         EXPECT_EQ(m_site.references, 1u);
     }
     HRESULT Connect() { return m_page->SetObjects(1, &m_object); }
 
-    HWND m_frame = nullptr;
+    CPageFrame m_frame;
     CPageSite m_site;
     IUnknown* m_object = &m_site;  // any object will do
     CNotingPage* m_page = new CNotingPage;
@@ -104,7 +95,7 @@ TEST_F(PropertyPage, has_its_interfaces_and_no_others) {
 TEST_F(PropertyPage, runs_its_hooks_in_order) {
     EXPECT_EQ(m_page->SetPageSite(&m_site), S_OK);
     EXPECT_EQ(Connect(), S_OK);
-    EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(m_page->Activate(m_frame.Window(), &kPlace, FALSE), S_OK);
     m_page->m_bDirty = TRUE;
     EXPECT_EQ(m_page->Apply(), S_OK);
     EXPECT_EQ(m_page->Deactivate(), S_OK);
@@ -138,18 +129,18 @@ TEST_F(PropertyPage, passes_the_connections_result_on) {
 TEST_F(PropertyPage, does_not_pass_the_activations_result_on) {
     EXPECT_EQ(Connect(), S_OK);
     m_page->result = E_FAIL;
-    EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(m_page->Activate(m_frame.Window(), &kPlace, FALSE), S_OK);
     EXPECT_TRUE(::IsWindowVisible(m_page->m_hwnd));
     EXPECT_EQ(m_page->Deactivate(), S_OK) << "the dialog goes whatever the hook says";
     EXPECT_EQ(m_page->m_hwnd, nullptr);
 }
 
 TEST_F(PropertyPage, is_activated_once_and_only_with_an_object) {
-    EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), E_UNEXPECTED) << "no object yet";
+    EXPECT_EQ(m_page->Activate(m_frame.Window(), &kPlace, FALSE), E_UNEXPECTED) << "no object yet";
     EXPECT_EQ(Connect(), S_OK);
-    EXPECT_EQ(m_page->Activate(m_frame, nullptr, FALSE), E_POINTER);
-    EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
-    EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), E_UNEXPECTED);
+    EXPECT_EQ(m_page->Activate(m_frame.Window(), nullptr, FALSE), E_POINTER);
+    EXPECT_EQ(m_page->Activate(m_frame.Window(), &kPlace, FALSE), S_OK);
+    EXPECT_EQ(m_page->Activate(m_frame.Window(), &kPlace, FALSE), E_UNEXPECTED);
     EXPECT_EQ(m_page->Deactivate(), S_OK);
     EXPECT_EQ(m_page->Deactivate(), E_UNEXPECTED);
 }
@@ -159,11 +150,11 @@ TEST_F(PropertyPage, stands_where_it_is_put) {
     EXPECT_EQ(m_page->Move(&kPlace), E_UNEXPECTED) << "no dialog yet";
     EXPECT_EQ(m_page->Show(SW_SHOW), E_UNEXPECTED);
     EXPECT_EQ(Connect(), S_OK);
-    EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(m_page->Activate(m_frame.Window(), &kPlace, FALSE), S_OK);
     const auto place = [&] {
         RECT area{};
         ::GetWindowRect(m_page->m_hwnd, &area);
-        ::MapWindowPoints(nullptr, m_frame, reinterpret_cast<POINT*>(&area), 2);
+        ::MapWindowPoints(nullptr, m_frame.Window(), reinterpret_cast<POINT*>(&area), 2);
         return area;
     };
     const RECT first = place();
@@ -219,7 +210,7 @@ TEST_F(PropertyPage, has_no_help_and_no_accelerators) {
 TEST_F(PropertyPage, turns_exceptions_of_hooks_into_codes) {
     m_page->throws = true;
     EXPECT_EQ(Connect(), E_UNEXPECTED);
-    EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(m_page->Activate(m_frame.Window(), &kPlace, FALSE), S_OK);
     EXPECT_EQ(m_page->SetPageSite(&m_site), S_OK);
     m_page->m_bDirty = TRUE;
     EXPECT_EQ(m_page->Apply(), E_UNEXPECTED);
@@ -231,7 +222,7 @@ TEST_F(PropertyPage, turns_exceptions_of_hooks_into_codes) {
 
 TEST_F(PropertyPage, swallows_exceptions_of_messages) {
     EXPECT_EQ(Connect(), S_OK);
-    EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(m_page->Activate(m_frame.Window(), &kPlace, FALSE), S_OK);
     m_page->throwingMessage = WM_APP + 1;
     EXPECT_NO_THROW(::SendMessageA(m_page->m_hwnd, WM_APP + 1, 0, 0));
     EXPECT_THROW(m_page->OnReceiveMessage(m_page->m_hwnd, WM_APP + 1, 0, 0), std::runtime_error)
@@ -247,7 +238,7 @@ TEST_F(PropertyPage, without_template_or_title_fails_cleanly) {
         EXPECT_EQ(info.pszTitle, nullptr);
         EXPECT_EQ(page->SetObjects(1, &m_object), S_OK);
         if (dialog == 9999) {
-            EXPECT_EQ(page->Activate(m_frame, &kPlace, FALSE), E_OUTOFMEMORY);
+            EXPECT_EQ(page->Activate(m_frame.Window(), &kPlace, FALSE), E_OUTOFMEMORY);
             EXPECT_EQ(page->m_hwnd, nullptr);
         }
         EXPECT_EQ(page->Inner()->Release(), 0u);
@@ -264,7 +255,7 @@ TEST_F(PropertyPage, loses_its_dialog_with_the_frame_and_ignores_being_closed) {
     ::DestroyWindow(other);
     EXPECT_EQ(m_page->m_hwnd, nullptr);
     EXPECT_EQ(m_page->Deactivate(), E_UNEXPECTED);
-    EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK) << "it can be shown again";
+    EXPECT_EQ(m_page->Activate(m_frame.Window(), &kPlace, FALSE), S_OK) << "it can be shown again";
     EXPECT_EQ(m_page->Deactivate(), S_OK);
 }
 
@@ -281,14 +272,14 @@ TEST_F(PropertyPage, counts_any_success_of_applying_as_applied) {
 TEST_F(PropertyPage, released_while_active_takes_its_dialog_along) {
     auto* const page = new CNotingPage;
     EXPECT_EQ(page->SetObjects(1, &m_object), S_OK);
-    EXPECT_EQ(page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(page->Activate(m_frame.Window(), &kPlace, FALSE), S_OK);
     EXPECT_EQ(page->Inner()->Release(), 0u);
-    EXPECT_EQ(::GetWindow(m_frame, GW_CHILD), nullptr);
+    EXPECT_EQ(m_frame.Dialog(), nullptr);
 }
 
 TEST_F(PropertyPage, hit_test_takes_the_page_without_its_right_and_bottom_edge) {
     EXPECT_EQ(Connect(), S_OK);
-    EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+    EXPECT_EQ(m_page->Activate(m_frame.Window(), &kPlace, FALSE), S_OK);
     RECT area{};
     ::GetWindowRect(m_page->m_hwnd, &area);
     const auto hit = [&](LONG x, LONG y) { return ::SendMessageA(m_page->m_hwnd, WM_NCHITTEST, 0, MAKELPARAM(x, y)); };
@@ -297,7 +288,7 @@ TEST_F(PropertyPage, hit_test_takes_the_page_without_its_right_and_bottom_edge) 
     EXPECT_EQ(hit(area.right, area.top), HTNOWHERE);
     EXPECT_EQ(hit(area.left, area.bottom), HTNOWHERE);
     EXPECT_EQ(hit(area.left - 1, area.top), HTNOWHERE);
-    ::SetWindowPos(m_frame, nullptr, -100, -100, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
+    ::SetWindowPos(m_frame.Window(), nullptr, -100, -100, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
     ::GetWindowRect(m_page->m_hwnd, &area);
     ASSERT_LT(area.left, 0);
     EXPECT_EQ(hit(area.left, area.top), HTCLIENT) << "coordinates are signed";

@@ -11,8 +11,7 @@
 
 #include <commctrl.h>
 
-#include "base/module_state.h"
-#include "support/own_desktop.h"
+#include "controls/page_frame.h"
 #include "support/patched_import.h"
 #include "support/property_set_stub.h"
 
@@ -22,7 +21,6 @@ extern "C" void* __imp_InitCommonControlsEx;
 namespace kolmfluxor::test {
 namespace {
 
-constexpr RECT kPlace = {0, 0, 400, 400};
 constexpr int kTestImageLabel = 1135;
 constexpr int kTestImages = 1136;
 
@@ -76,44 +74,29 @@ public:
 
 class Smart01 : public ::testing::Test {
 protected:
-    Smart01() : m_messageBox(&__imp_MessageBoxA, reinterpret_cast<void*>(&RecordMessage)) {
-        COwnDesktop::Enter();
-        RecordModule(::GetModuleHandleA(nullptr));
-        g_messages.clear();
-        m_frame = ::CreateWindowExA(0, "STATIC", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 500, 500, nullptr, nullptr,
-                                    nullptr, nullptr);
-    }
+    Smart01() : m_messageBox(&__imp_MessageBoxA, reinterpret_cast<void*>(&RecordMessage)) { g_messages.clear(); }
     ~Smart01() override {
-        if (m_page != nullptr) {
-            EXPECT_EQ(m_page->Deactivate(), S_OK);
-            EXPECT_EQ(m_page->SetObjects(0, nullptr), S_OK);
-            EXPECT_EQ(m_page->Release(), 0u);
-        }
-        ::DestroyWindow(m_frame);
-        EXPECT_EQ(CBaseObject::ObjectsActive(), 0);
+        if (m_page != nullptr) EndPage(m_page);
     }
 
     void Open() {
-        HRESULT hr = E_FAIL;
-        CUnknown* const page = CKolmFluxorPage_Smart01::CreateInstance(nullptr, &hr);
-        ASSERT_EQ(hr, S_OK);
-        ASSERT_EQ(page->Inner()->QueryInterface(IID_PPV_ARGS(&m_page)), S_OK);
+        m_page = NewPage<CKolmFluxorPage_Smart01>();
         IUnknown* object = &m_camera;
         ASSERT_EQ(m_page->SetObjects(1, &object), m_camera.isCamera ? S_OK : E_NOINTERFACE);
-        ASSERT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+        ASSERT_EQ(m_frame.Activate(*m_page), S_OK);
     }
-    [[nodiscard]] HWND Dialog() const { return ::GetWindow(m_frame, GW_CHILD); }
+    [[nodiscard]] HWND Dialog() const { return m_frame.Dialog(); }
     [[nodiscard]] HWND List() const { return ::GetDlgItem(Dialog(), kTestImages); }
     /// The page's own answer to a choice of the entry at an index; -1 takes the selection away.
     INT_PTR Choose(int index) {
         ::SendMessageA(List(), CB_SETCURSEL, static_cast<WPARAM>(index), 0);
-        return static_cast<CKolmFluxorPage_Smart01*>(m_page)->OnReceiveMessage(
-            Dialog(), WM_COMMAND, MAKEWPARAM(kTestImages, CBN_SELCHANGE), reinterpret_cast<LPARAM>(List()));
+        return m_page->OnReceiveMessage(Dialog(), WM_COMMAND, MAKEWPARAM(kTestImages, CBN_SELCHANGE),
+                                        reinterpret_cast<LPARAM>(List()));
     }
 
+    CPageFrame m_frame;
     CTestImageCamera m_camera;
-    IPropertyPage* m_page = nullptr;
-    HWND m_frame = nullptr;
+    CKolmFluxorPage_Smart01* m_page = nullptr;
 
 private:
     CPatchedImport m_messageBox;
@@ -173,7 +156,7 @@ TEST_F(Smart01, only_s_ok_counts_as_success_while_filling) {
 
         m_camera.inquiry = S_OK;
         m_camera.current = code;
-        EXPECT_EQ(m_page->Activate(m_frame, &kPlace, FALSE), S_OK);
+        EXPECT_EQ(m_frame.Activate(*m_page), S_OK);
         EXPECT_EQ(::SendMessageA(List(), CB_GETCOUNT, 0, 0), 8);
         EXPECT_EQ(::SendMessageA(List(), CB_GETCURSEL, 0, 0), CB_ERR);
         EXPECT_TRUE(::IsWindowEnabled(List()));
@@ -187,7 +170,7 @@ TEST_F(Smart01, only_s_ok_counts_as_success_while_filling) {
 
 TEST_F(Smart01, without_a_camera_the_test_images_are_disabled_under_their_label) {
     m_camera.isCamera = false;
-    g_frame = m_frame;
+    g_frame = m_frame.Window();
     const CPatchedImport patch(&__imp_InitCommonControlsEx, reinterpret_cast<void*>(&BlankLabel));
     Open();
     std::array<char, 64> label{};

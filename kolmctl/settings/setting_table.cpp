@@ -141,7 +141,6 @@ constexpr SettingField kLowNoise[] = {
     {.key = "value", .reg = "KolmLowNoiseBinning", .msb = 11, .lsb = 0},
 };
 
-// NOLINTBEGIN(readability-container-data-pointer): one word beside the others, not the start of the row
 constexpr WordAccess kIsoSpeedAccess = {
     [](IKolmFluxorPropertySet& camera, SettingWords& w) { return camera.GetIsoSpeed(&w[0]); },
     [](IKolmFluxorPropertySet& camera, const SettingWords& w) { return camera.SetIsoSpeed(w[0]); }};
@@ -164,7 +163,6 @@ constexpr WordAccess kAutoAreaAccess = {
     [](IKolmFluxorPropertySet& camera, const SettingWords& w) {
         return camera.SetProperty26(w[0], w[1], w[2], w[3], w[4], w[5]);
     }};
-// NOLINTEND(readability-container-data-pointer)
 
 constexpr SettingRow Feature(const char* name, FeatureId id, FeatureId follows = {}) {
     return {.name = name, .kind = SettingKind::feature, .fields = kFeature, .feature = id, .follows = follows};

@@ -58,7 +58,6 @@ void CKolmFluxorPage_Info::ShowCameraInfo() {
     constexpr std::array kControls = {IDC_INFO_VENDOR, IDC_INFO_CAMERA, IDC_INFO_DRIVER};
     std::array<char*, kControls.size()> texts{};
     ULONG serialNumber = 0;
-    // NOLINTNEXTLINE(readability-container-data-pointer): the first of three texts
     const HRESULT hr = Camera()->GetCameraInfo(&texts[0], &texts[1], &texts[2], &serialNumber);
 
     const std::array<UniqueCoTaskMem<char>, kControls.size()> owned = {

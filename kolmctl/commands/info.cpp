@@ -69,7 +69,7 @@ public:
             return true;
         }
         m_refusal = hr;
-        m_problems.push_back(CallError(failed, hr).what());
+        m_problems.emplace_back(CallError(failed, hr).what());
         return false;
     }
 

@@ -1,3 +1,4 @@
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the platform's own name
 #define __STREAMS__  // the platform's header hides IKsObject without it
 
 #include "simulated_camera.h"

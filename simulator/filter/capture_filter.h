@@ -1,6 +1,7 @@
 #pragma once
 /// @file  The simulated camera's capture filter, in the place of the kernel-streaming proxy.
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the platform's own name
 #define __STREAMS__  // the platform's header hides IKsObject without it
 
 #include <array>

@@ -5,10 +5,12 @@
 namespace kolmfluxor {
 namespace {
 
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): the state of the module, which COM asks as a whole
 HINSTANCE g_instance = nullptr;
 OSVERSIONINFOA g_windowsVersion{};
 std::atomic<LONG> g_serverLocks{0};
 std::atomic<LONG> g_liveObjects{0};
+// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #pragma once
 /// @file  A test on the simulated camera's capture filter, registered and bound as a host does it.
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the platform's own name
 #define __STREAMS__  // the platform's header hides IKsObject without it
 
 #include <string>

@@ -12,9 +12,7 @@ std::vector<SimFault> FaultList::Strike(std::uint32_t id, std::uint32_t flags) {
         if (!matches) {
             continue;
         }
-        if (fault.nth == 0) {
-            due.push_back(fault);
-        } else if (++waiting.seen == fault.nth) {
+        if (fault.nth == 0 || ++waiting.seen == fault.nth) {
             due.push_back(fault);
         }
     }

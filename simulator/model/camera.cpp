@@ -57,12 +57,12 @@ ContractCheck Camera::Check(std::span<const std::uint8_t> record) const {
     return {};
 }
 
-Status Camera::Answer(std::span<std::uint8_t> bytes) {
-    if (const ContractCheck check = Check(bytes); check.status != Status::ok) {
+Status Camera::Answer(std::span<std::uint8_t> record) {
+    if (const ContractCheck check = Check(record); check.status != Status::ok) {
         return check.status;
     }
-    const Record record(bytes);
-    return FindProperty(m_state, record.Id())->answer(m_state, record);
+    const Record fields(record);
+    return FindProperty(m_state, fields.Id())->answer(m_state, fields);
 }
 
 std::optional<std::uint32_t> Camera::PropertyWord(std::uint32_t id, std::size_t offset) const {

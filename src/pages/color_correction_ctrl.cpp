@@ -33,7 +33,7 @@ std::array<CKolmNumberEditCtrl, kColorCoefficients> MakeEdits(const ColorCorrect
 /// Sets a flag for as long as it lives.
 class CRaisedFlag {
 public:
-    explicit CRaisedFlag(bool& flag) noexcept : m_flag(flag) { m_flag = true; }
+    explicit CRaisedFlag(bool& flag) noexcept : m_flag(flag) { flag = true; }
     ~CRaisedFlag() { m_flag = false; }
     CRaisedFlag(const CRaisedFlag&) = delete;
     CRaisedFlag& operator=(const CRaisedFlag&) = delete;

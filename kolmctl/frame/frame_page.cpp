@@ -24,6 +24,7 @@ FramePage::FramePage(REFCLSID classId) : FramePage(classId, new PageSite) {
                              reinterpret_cast<void**>(m_page.GetAddressOf())),
           "cannot create the page");
     Check(m_page->SetPageSite(m_site.Get()), "the page takes no site");
+    // NOLINTNEXTLINE(cppcoreguidelines-prefer-member-initializer): only now
     m_hasSite = true;
     ReadInfo();
 }

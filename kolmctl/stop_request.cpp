@@ -38,6 +38,7 @@ StopRequest::~StopRequest() {
     ::SetConsoleCtrlHandler(OnControl, FALSE);
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): the event is set only while an object listens
 bool StopRequest::WaitUntil(std::chrono::steady_clock::time_point end) const {
     using std::chrono::milliseconds;
     const auto left = std::chrono::ceil<milliseconds>(end - std::chrono::steady_clock::now());

@@ -38,7 +38,7 @@ std::string NameOf(REFCLSID classId) {
     if (::OleRegGetUserType(classId, USERCLASSTYPE_FULL, &text) != S_OK && ::StringFromCLSID(classId, &text) != S_OK) {
         return "?";
     }
-    const std::string name = ToUtf8(text);
+    std::string name = ToUtf8(text);
     ::CoTaskMemFree(text);
     return name;
 }

@@ -21,7 +21,8 @@ packages=(
     wine64
     fonts-wine
     xvfb
-    # test
+    # test (git lists the documents)
+    git
     googletest
     python3-pefile
     clang-format

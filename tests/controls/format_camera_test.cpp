@@ -25,7 +25,6 @@ using ::testing::IsEmpty;
 using Calls = std::vector<std::string>;
 
 constexpr int kMode = 1068;
-constexpr int kX = 1045;
 constexpr int kChannel = 1155;
 constexpr int kSpeed = 1152;
 

@@ -20,8 +20,10 @@ set(CMAKE_SYSROOT /usr/x86_64-w64-mingw32)
 set(CMAKE_CXX_FLAGS_INIT
     "-stdlib++-isystem ${_kolm_gcc_folder}/include/c++ \
 -stdlib++-isystem ${_kolm_gcc_folder}/include/c++/x86_64-w64-mingw32")
+# What GCC's headers have inline and its library has besides, lld would count twice: the comparison of type_info.
 foreach(_kolm_kind IN ITEMS EXE SHARED MODULE)
-    set(CMAKE_${_kolm_kind}_LINKER_FLAGS_INIT "-fuse-ld=lld -pthread -B${_kolm_gcc_folder} -L${_kolm_gcc_folder}")
+    set(CMAKE_${_kolm_kind}_LINKER_FLAGS_INIT
+        "-fuse-ld=lld -pthread -B${_kolm_gcc_folder} -L${_kolm_gcc_folder} -Wl,--allow-multiple-definition")
 endforeach()
 # lld joins the resources of several sources only in this form.
 set(CMAKE_RC_FLAGS_INIT "-O res")

@@ -1,6 +1,7 @@
 #include "base/media_type.h"
 
 #include <cstring>
+#include <tuple>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -46,8 +47,12 @@ protected:
 
 TEST_F(MediaType, says_nothing_at_first) {
     const CMediaType type;
-    constexpr AM_MEDIA_TYPE kZero{};
-    EXPECT_EQ(std::memcmp(&type.Get(), &kZero, sizeof kZero), 0);
+    const AM_MEDIA_TYPE& nothing = type.Get();
+    EXPECT_TRUE(nothing.majortype == GUID{} && nothing.subtype == GUID{} && nothing.formattype == GUID{});
+    EXPECT_EQ(std::tuple(nothing.bFixedSizeSamples, nothing.bTemporalCompression, nothing.lSampleSize),
+              std::tuple(FALSE, FALSE, 0U));
+    EXPECT_EQ(std::tuple(nothing.pUnk, nothing.cbFormat, nothing.pbFormat),
+              std::tuple(static_cast<IUnknown*>(nullptr), 0U, static_cast<BYTE*>(nullptr)));
 }
 
 TEST_F(MediaType, copies_are_deep_and_hold_the_object) {

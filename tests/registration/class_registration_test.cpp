@@ -123,7 +123,7 @@ TEST_F(ClassRegistration, frees_unused_libraries_once_the_filter_mapper_is_let_g
 
 const std::wstring kUnopened = L"dangling";
 int g_unopenedTries = 0;
-decltype(&::RegOpenKeyExW) g_open = nullptr;
+decltype(&::RegOpenKeyExW) volatile g_open = nullptr;  // kept here: the import is patched then
 
 /// A subkey that is listed but not found, as a link to nowhere is. Found after many tries, so that nothing hangs.
 LSTATUS WINAPI OpenUnlessDangling(HKEY parent, LPCWSTR name, DWORD options, REGSAM access, PHKEY key) {

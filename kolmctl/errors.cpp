@@ -23,8 +23,8 @@ CallError::CallError(const std::string& failed, HRESULT hr, std::string hint)
     : Error(ExitCode::refused, failed + ": " + HResultText(hr), std::move(hint)), m_hr(hr) {}
 
 bool TellsAbsence(HRESULT hr) {
-    constexpr HRESULT kNotFound = static_cast<HRESULT>(0x80070490);        // ERROR_NOT_FOUND
-    constexpr HRESULT kInvalidAddress = static_cast<HRESULT>(0x800701E7);  // ERROR_INVALID_ADDRESS
+    constexpr auto kNotFound = static_cast<HRESULT>(0x80070490);        // ERROR_NOT_FOUND
+    constexpr auto kInvalidAddress = static_cast<HRESULT>(0x800701E7);  // ERROR_INVALID_ADDRESS
     return hr == E_NOTIMPL || hr == kNotFound || hr == kInvalidAddress;
 }
 

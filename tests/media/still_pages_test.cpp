@@ -4,7 +4,7 @@
 
 #include <olectl.h>
 
-#include "media/specified_pages.h"
+#include "media/scripted_pages.h"
 #include "media/still_fixture.h"
 #include "support/counted_task_memory.h"
 #include "support/patched_import.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "media/specified_pages.h"
+#include "media/scripted_pages.h"
 #include "media/still_fixture.h"
 #include "support/counted_task_memory.h"
 #include "support/fault_sweep.h"

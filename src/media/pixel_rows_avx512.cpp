@@ -137,9 +137,9 @@ template <Store kStore>
     StoreOutput<kStore>(destination, planes, 2);
 }
 
-/// @tparam kAhead  bytes from a block's source to what is fetched meanwhile; 0 for nothing. Behind the source it does
-/// no
-///                 harm.
+/// Behind the source it does no harm.
+///
+/// @tparam kAhead  bytes from a block's source to what is fetched meanwhile; 0 for nothing
 template <std::size_t kAhead> [[gnu::always_inline]] inline void Prefetch(const std::uint8_t* source) {
     if constexpr (kAhead != 0) {
         const auto ahead = reinterpret_cast<std::uintptr_t>(source) + kAhead;
